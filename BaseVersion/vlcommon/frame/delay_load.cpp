@@ -2,6 +2,7 @@
 // the function is missing, the call returns the answer chosen in delay_answers.h.
 #include "delay_answers.h"
 #include "system_library.h"
+#include "unique.h"
 
 #include <windows.h>
 
@@ -53,10 +54,12 @@ T* at(DWORD rva) {
 HMODULE module_of(const ImgDelayDescr& descriptor) {
     auto slot = at<HMODULE>(descriptor.rvaHmod);
     if (*slot == nullptr) {
-        HMODULE loaded = vl::load_system_library(at<const char>(descriptor.rvaDLLName));
-        // A second thread may have been faster: its reference stays, ours goes.
-        if (loaded && InterlockedExchangePointer(reinterpret_cast<void**>(slot), loaded) == loaded) {
-            FreeLibrary(loaded);
+        vl::UniqueModule loaded(vl::load_system_library(at<const char>(descriptor.rvaDLLName)));
+        // A second thread may have been faster: its reference stays, ours goes. The reference that
+        // stays is never given back: a bound function may be called as long as the process lives.
+        void* const held = loaded.get();
+        if (held && InterlockedExchangePointer(reinterpret_cast<void**>(slot), held) != held) {
+            static_cast<void>(loaded.release());
         }
     }
     return *slot;

@@ -13,9 +13,11 @@
 #endif
 
 #ifdef __cplusplus
+/** Checks a record's layout while compiling, in C and in C++. */
 #define VLMOBILESDK_CHECK(condition, text) static_assert(condition, text)
 extern "C" {
 #else
+/** Checks a record's layout while compiling, in C and in C++. */
 #define VLMOBILESDK_CHECK(condition, text) _Static_assert(condition, text)
 #endif
 
@@ -47,16 +49,16 @@ VLMOBILESDK_CHECK(offsetof(S40ModelEntry, model2) == 128, "offset");
 /** Starts the walk over the Symbian models. @param flags 0 @return enumeration, null on failure */
 VLMOBILESDK_API void *MB_StartEnumSymbianModels(uint32_t flags);
 /** Fetches the next model. @param enumeration from Start @param entry receives it @return 0 at the end */
-VLMOBILESDK_API uint32_t MB_EnumSymbianModels(void *enumeration, _Out_ void *entry);
+VLMOBILESDK_API uint32_t MB_EnumSymbianModels(_In_ void *enumeration, _Out_writes_bytes_(544) void *entry);
 /** Ends the walk. @param enumeration from Start @return 0 on success */
-VLMOBILESDK_API uint32_t MB_EndEnumSymbianModels(void *enumeration);
+VLMOBILESDK_API uint32_t MB_EndEnumSymbianModels(_In_ void *enumeration);
 
 /** Starts the walk over the Series 40 models. @param flags 0 @return enumeration, null on failure */
 VLMOBILESDK_API void *MB_StartEnumModels_S40(uint32_t flags);
 /** Fetches the next model. @param enumeration from Start @param entry receives it @return 0 at the end */
-VLMOBILESDK_API uint32_t MB_EnumModels_S40(void *enumeration, _Out_ void *entry);
+VLMOBILESDK_API uint32_t MB_EnumModels_S40(_In_ void *enumeration, _Out_writes_bytes_(720) void *entry);
 /** Ends the walk. @param enumeration from Start @return 0 on success */
-VLMOBILESDK_API uint32_t MB_EndEnumModels_S40(void *enumeration);
+VLMOBILESDK_API uint32_t MB_EndEnumModels_S40(_In_ void *enumeration);
 
 #ifdef __cplusplus
 }

@@ -5,6 +5,8 @@
  */
 #pragma once
 
+#include <sal.h>
+
 #ifndef VLTRACE_API
 #define VLTRACE_API __declspec(dllimport)
 #endif
@@ -14,7 +16,7 @@
 class VLTRACE_API CVlTraceFunc {
 public:
     /** Opens a scope. @param module trace module number @param function name; stays the caller's */
-    CVlTraceFunc(unsigned long module, char* function);
+    CVlTraceFunc(unsigned long module, _In_ char* function);
     ~CVlTraceFunc();
     CVlTraceFunc(const CVlTraceFunc&) = delete;
     CVlTraceFunc& operator=(const CVlTraceFunc&) = delete;
@@ -28,7 +30,7 @@ extern "C" {
 #endif
 
 /** Writes one trace line. @param module trace module number @param format printf-style text */
-VLTRACE_API void VlTrace_UserDef(unsigned long module, const char* format, ...);
+VLTRACE_API void VlTrace_UserDef(unsigned long module, _In_ _Printf_format_string_ const char* format, ...);
 
 #ifdef __cplusplus
 }

@@ -14,16 +14,19 @@
 #define VLCM_API __declspec(dllimport)
 #endif
 
-/** Checks a record's layout while compiling, in C and in C++. */
 #ifdef __cplusplus
+/** Checks a record's layout while compiling, in C and in C++. */
 #define VLCM_CHECK(condition, text) static_assert(condition, text)
 /** Opens the C part of a header. */
 #define VLCM_BEGIN extern "C" {
 /** Closes the C part of a header. */
 #define VLCM_END }
 #else
+/** Checks a record's layout while compiling, in C and in C++. */
 #define VLCM_CHECK(condition, text) _Static_assert(condition, text)
+/** Opens the C part of a header. */
 #define VLCM_BEGIN
+/** Closes the C part of a header. */
 #define VLCM_END
 #endif
 
