@@ -52,17 +52,33 @@ uint64_t section_size(uint64_t count) {
     return count * sizeof(Record) + sizeof(ListHeader);
 }
 
-// Packed one behind the other at their own size, whatever stride the receiver takes.
+// Records that lie one behind the other in memory, from `first` on.
+template <typename Record>
+size_t adjacent_records(const Record* first) {
+    size_t records = 1;
+    for (; first->next == first + 1; ++first) ++records;
+    return records;
+}
+
+// Packed one behind the other at their own size, whatever stride the receiver takes. The records of an
+// array are copied at once: one large copy is faster than many small ones.
+template <typename Record>
+void write_records(unsigned char* out, const Record* list) {
+    while (list != nullptr) {
+        const size_t run = adjacent_records(list);
+        memcpy(out, list, run * sizeof(Record));
+        for (size_t i = 0; i < run; ++i, out += sizeof(Record)) {
+            memset(out + offsetof(Record, next), 0, sizeof(Record*));
+        }
+        list = list[run - 1].next;
+    }
+}
+
 template <typename Record>
 void write_list(void* view, const Record* list, uint32_t count) {
     const ListHeader header{kFrom64Bit | kWaiting, static_cast<uint32_t>(section_size<Record>(count)), count};
-    auto out = static_cast<unsigned char*>(view);
-    memcpy(out, &header, sizeof header);
-    out += sizeof header;
-    for (; list != nullptr; list = list->next, out += sizeof(Record)) {
-        memcpy(out, list, sizeof(Record));
-        memset(out + offsetof(Record, next), 0, sizeof(Record*));
-    }
+    memcpy(view, &header, sizeof header);
+    write_records(static_cast<unsigned char*>(view) + sizeof header, list);
 }
 
 void wake_receiver(const Channel& channel, uint32_t service_class, uintptr_t parameter) {
