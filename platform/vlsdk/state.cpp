@@ -1,0 +1,135 @@
+#include "state.h"
+
+#include "document.h"
+#include "locks.h"
+#include "misuse.h"
+#include "resource.h"
+#include "shared_file.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace vlsim {
+namespace {
+
+constexpr LONG kNeverSeen = -1;  // odd, so equal to no settled generation
+
+struct Copy {
+    Copy() : file(home_folder(), L"state.json") {}
+
+    SharedFile file;
+    LONG seen = kNeverSeen;
+    json document;
+    Model model;
+};
+
+SRWLOCK lock = SRWLOCK_INIT;
+
+// Made at the first call: the folder is none of the loader's business.
+Copy& copy() {
+    static Copy only;
+    return only;
+}
+
+std::wstring environment(const wchar_t* name) {
+    wchar_t value[MAX_PATH];
+    const DWORD length = GetEnvironmentVariableW(name, value, MAX_PATH);
+    return length < MAX_PATH ? std::wstring(value, length) : std::wstring();
+}
+
+std::wstring make_home_folder() {
+    std::wstring folder = environment(L"VLSIM_HOME");
+    if (folder.empty()) folder = environment(L"LOCALAPPDATA") + L"\\vlsim";
+    std::error_code ignored;  // a folder that cannot be made shows when the file is written
+    std::filesystem::create_directories(folder, ignored);
+    return std::filesystem::absolute(folder, ignored).wstring();
+}
+
+void take(Copy& into, json document) {
+    give_handles(document);
+    into.model = make_model(document);
+    into.document = std::move(document);
+}
+
+bool take_text(Copy& into, const std::string& text) {
+    try {
+        take(into, json::parse(text));
+        return true;
+    } catch (const std::exception& error) {
+        report_misuse("state.json", error.what());
+        return false;
+    }
+}
+
+// The caller holds both locks.
+void load(Copy& into, const SharedFile::Lock& held) {
+    const LONG generation = into.file.generation();
+    if (into.seen == generation) return;
+    const auto text = held.read();
+    if (!text || !take_text(into, *text)) {
+        if (text) held.set_aside();
+        take_text(into, built_in_scenario());
+    }
+    into.seen = generation;
+}
+
+bool store(Copy& into, const SharedFile::Lock& held) {
+    const bool stored = held.replace(into.document.dump(2) + "\n");
+    into.seen = stored ? into.file.generation() : kNeverSeen;
+    return stored;
+}
+
+void refresh(Copy& into) {
+    const Exclusive held(lock);
+    const SharedFile::Lock file(into.file);
+    load(into, file);
+}
+
+}  // namespace
+
+const std::wstring& home_folder() {
+    static const std::wstring folder = make_home_folder();
+    return folder;
+}
+
+State::State() : model_(copy().model) {
+    for (;;) {
+        AcquireSRWLockShared(&lock);
+        if (copy().seen == copy().file.generation()) return;
+        ReleaseSRWLockShared(&lock);
+        refresh(copy());
+    }
+}
+
+State::~State() { ReleaseSRWLockShared(&lock); }
+
+bool change_document(const std::function<bool(json&)>& change) {
+    const Exclusive held(lock);
+    const SharedFile::Lock file(copy().file);
+    load(copy(), file);
+    json changed = copy().document;
+    try {
+        if (!change(changed)) return false;
+        take(copy(), std::move(changed));
+    } catch (const std::exception&) {
+        return false;
+    }
+    return store(copy(), file);
+}
+
+void read_document(const std::function<void(const json&)>& reader) {
+    const State current;
+    reader(copy().document);
+}
+
+std::string built_in_scenario() {
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(&lock), &self);
+    const HRSRC found = FindResourceA(self, MAKEINTRESOURCEA(VLSIM_NEIGHBOURHOOD), RT_RCDATA);
+    const HGLOBAL loaded = found ? LoadResource(self, found) : nullptr;
+    if (!loaded) return "{}";
+    return {static_cast<const char*>(LockResource(loaded)), SizeofResource(self, found)};
+}
+
+}  // namespace vlsim
