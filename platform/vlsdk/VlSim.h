@@ -56,7 +56,7 @@ VLSIM_API uint32_t VlSim_CallCount(const char* operation);
 VLSIM_API uint32_t VlSim_GetCall(uint32_t index, char* text, uint32_t size);
 /** Forgets all calls. */
 VLSIM_API void VlSim_ClearLog(void);
-/** Switches the log on (1, the state after a reset) or off (0, for measuring). */
+/** Switches the log on (1, the state after a reset) or off (0, the state before the first one). */
 VLSIM_API void VlSim_SetLogging(uint32_t on);
 /**@}*/
 
@@ -68,7 +68,10 @@ VLSIM_API void VlSim_SetLogging(uint32_t on);
  * @param operation its name @param nth which call from now, from 1; 0: every call @param code result
  */
 VLSIM_API void VlSim_Fail(const char* operation, uint32_t nth, uint32_t code);
-/** Answers an operation by another function of the same prototype; null: by the stack again. */
+/**
+ * Answers an operation by another function of the same prototype; null: by the stack again. Inside the
+ * function, the same operation is answered by the stack, so that it can pass a call on.
+ */
 VLSIM_API void VlSim_Hook(const char* operation, void* function);
 /** Takes all faults and hooks away. */
 VLSIM_API void VlSim_ClearFaults(void);

@@ -17,7 +17,9 @@ uint8_t is_ready() {
 }
 
 uint32_t audio_connection_exists(uint32_t* exists) {
-    if (!present("Btsdk_AGAP_IsAudioConnExisted", "flag", exists)) return kNullPointer;
+    static constexpr const char* kName = "Btsdk_AGAP_IsAudioConnExisted";
+    if (!present(kName, "flag", exists)) return kNullPointer;
+    expect_zeroed(kName, exists, sizeof *exists);
     const State state;
     *reinterpret_cast<uint8_t*>(exists) = state->audio_connection ? 1 : 0;
     return kDone;

@@ -95,7 +95,9 @@ uint8_t is_connected(BtHandle device) {
 }
 
 uint32_t is_paired(BtHandle device, uint32_t* paired) {
-    if (!present("Btsdk_IsDevicePaired", "flag", paired)) return kNullPointer;
+    static constexpr const char* kName = "Btsdk_IsDevicePaired";
+    if (!present(kName, "flag", paired)) return kNullPointer;
+    expect_zeroed(kName, paired, sizeof *paired);
     const State state;
     const Device* const found = state->devices.find(device);
     if (!found) return kUnknownHandle;
