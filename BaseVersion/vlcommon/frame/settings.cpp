@@ -33,6 +33,7 @@ void make_file(const char* path) {
 void path_in_personal_folder(char* path) {
     SHGetFolderPathA(nullptr, CSIDL_LOCAL_APPDATA, nullptr, kDefaultFolder, path);
     append_path(path, "\\veltrin\\");
+    if (bounded_length(path, kPathSize) == kPathSize) return;  // no text, so no name to make
     CreateDirectoryA(path, nullptr);
     append_path(path, "vlps.ini");
     make_file(path);
