@@ -1,0 +1,8 @@
+// The floor of loading: a library that does nothing but import what the measured one imports.
+#include "VlSDK.h"
+#include "VlTrace.h"
+
+extern "C" __declspec(dllexport) void Empty_UseImports() {
+    Btsdk_IsBluetoothReady();
+    VlTrace_UserDef(0, "");
+}

@@ -1,0 +1,39 @@
+// Floors: the least that a call of the library can be, the bare platform calls that it cannot avoid.
+// They live in a DLL of their own, so that a call costs what a call of the library costs and the
+// platform calls can be counted in the same way.
+#pragma once
+
+#include "vlcm/handoff.h"
+
+#include <stdint.h>
+
+#ifndef FLOOR_API
+#define FLOOR_API __declspec(dllimport)
+#endif
+
+extern "C" {
+
+// One bare linear scan of a table's 16-bit keys; the row, or the number of rows.
+FLOOR_API unsigned int Floor_FindService(unsigned int service_class);
+FLOOR_API unsigned int Floor_FindDevice(unsigned int device_class);
+FLOOR_API unsigned int Floor_FindIcon(unsigned int icon);
+
+// Length query, one block, both conversion calls.
+FLOOR_API int Floor_Convert(unsigned int from, unsigned int to, char* destination, const char* source,
+                            unsigned int size);
+
+// Two blocks, digits by 64-bit division.
+FLOOR_API int Floor_DecimalText(unsigned int high, unsigned int low, char* buffer, unsigned int size);
+
+// One folder query, one profile read.
+FLOOR_API int Floor_ReadEdition(void);
+
+// One trace scope.
+FLOOR_API void Floor_TraceScope(void);
+
+// Readiness, own file name, agent's window, section, view, one memcpy of `count` records.
+FLOOR_API uint32_t Floor_SendFiles(const VlSendRecord* records, uint32_t count);
+
+// Section, view, for each record one block and one memcpy.
+FLOOR_API VlSendRecord* Floor_GetFiles(void);
+}
