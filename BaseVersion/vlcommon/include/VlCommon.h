@@ -14,6 +14,8 @@
 #include "vlcm/handoff.h"
 #include "vlcm/localctl.h"
 #include "vlcm/mobile.h"
+#include "vlcm/ports.h"
 #include "vlcm/settings.h"
+#include "vlcm/shortcuts.h"
 #include "vlcm/switches.h"
 #include "vlcm/text.h"

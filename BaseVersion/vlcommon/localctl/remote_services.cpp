@@ -1,18 +1,16 @@
 // What services a remote device offers.
-#include "frame/frame.h"
+#include "frame/stack_walk.h"
 #include "vlcm/localctl.h"
 
 namespace vl::localctl {
 namespace {
 
 bool has_service(BtHandle device, uint16_t service_class) {
-    RemoteServiceEnum services(Btsdk_StartEnumRemoteService(device));
-    if (!services) return false;
-    for (;;) {
-        ServerAttributes attributes{};
-        if (Btsdk_EnumRemoteService(services.get(), &attributes) == 0) return false;
-        if (attributes.serviceClass == service_class) return true;
-    }
+    const auto service =
+        find_remote_service(device, [=](BtHandle /*service*/, const ServerAttributes& found) {
+            return found.serviceClass == service_class;
+        });
+    return service.handle != 0;
 }
 
 }  // namespace
