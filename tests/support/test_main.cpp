@@ -18,6 +18,10 @@ std::map<std::string, RoleBody>& roles() {
 
 constexpr char kRoleOption[] = "--role=";
 
+// GoogleTest watches each thread that has scoped traces or failures, by a handle that it keeps: have it
+// open the main thread's now, before a test counts handles.
+void warm_up_googletest() { SCOPED_TRACE("warm-up"); }
+
 int run_role(const std::string& name, const std::vector<std::string>& arguments) {
     const auto role = roles().find(name);
     if (role == roles().end()) {
@@ -41,8 +45,6 @@ int main(int argc, char** argv) {
     if (argc > 1 && strncmp(argv[1], support::kRoleOption, kLength) == 0) {
         return support::run_role(argv[1] + kLength, std::vector<std::string>(argv + 2, argv + argc));
     }
-    // GoogleTest keeps a handle of each thread that it traces in: it takes this thread's now, before a
-    // test counts handles.
-    { const ::testing::ScopedTrace first(__FILE__, __LINE__, ""); }
+    support::warm_up_googletest();
     return RUN_ALL_TESTS();
 }
