@@ -84,6 +84,8 @@ VLSIM_API void VlSim_ClearFaults(void);
 VLSIM_API uint32_t VlSim_MisuseCount(void);
 /** One report as a line of text. */
 VLSIM_API uint32_t VlSim_GetMisuse(uint32_t index, char* text, uint32_t size);
+/** Forgets the reports, for tests that make them on purpose. */
+VLSIM_API void VlSim_ClearMisuse(void);
 /** Resources not yet given back. @param kind a VlSimResource */
 VLSIM_API uint32_t VlSim_LiveCount(uint32_t kind);
 /**@}*/

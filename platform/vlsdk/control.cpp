@@ -160,6 +160,8 @@ uint32_t VlSim_GetMisuse(uint32_t index, char* text, uint32_t size) {
     return vlsim::give_text(vlsim::misuse_report(index), text, size);
 }
 
+void VlSim_ClearMisuse() { vlsim::clear_misuse(); }
+
 uint32_t VlSim_LiveCount(uint32_t kind) {
     switch (kind) {
         case VLSIM_ENUMERATIONS:
