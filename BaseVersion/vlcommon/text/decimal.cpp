@@ -2,6 +2,7 @@
 
 #include "vlcm/text.h"
 
+#include <stdint.h>
 #include <string.h>
 
 namespace vl::text {
@@ -9,29 +10,22 @@ namespace {
 
 constexpr int kHalfDigits = 10;
 constexpr int kDigits = 20;
-constexpr int kTwoTo32[kHalfDigits] = {4, 2, 9, 4, 9, 6, 7, 2, 9, 6};
+constexpr uint64_t kHalfLimit = 10'000'000'000;
 
-// Right-aligned; places to the left of the half's own digits keep what they hold, 0 has no digits.
-void write_digits(unsigned half, int (&digits)[kHalfDigits]) {
-    for (int place = kHalfDigits; half != 0; half /= 10) digits[--place] = static_cast<int>(half % 10);
+// Low's digits written over high's, right-aligned: where low is shorter high's leading digits stay, and
+// 0 has no digits.
+uint64_t written_over(uint64_t high, uint64_t low) {
+    uint64_t place = 1;
+    while (place <= low) place *= 10;
+    return high / place * place + low;
 }
 
-// Adds digit by digit and carries afterwards: a place collects at most 10 * 81 + 9.
-void add_product(const int (&digits)[kHalfDigits], int (&sum)[kDigits]) {
-    for (int i = 0; i < kHalfDigits; ++i) {
-        for (int j = 0; j < kHalfDigits; ++j) sum[i + j + 1] += digits[i] * kTwoTo32[j];
+// Twenty digits in two halves: the sum does not always fit in 64 bits.
+void write_digits(uint64_t front, uint64_t back, char* text) {
+    for (int place = kHalfDigits - 1; place >= 0; --place, front /= 10, back /= 10) {
+        text[place] = static_cast<char>('0' + front % 10);
+        text[place + kHalfDigits] = static_cast<char>('0' + back % 10);
     }
-}
-
-// Carries towards the front and turns the places into characters.
-void write_characters(const int (&sum)[kDigits], char (&text)[kDigits + 1]) {
-    int carry = 0;
-    for (int place = kDigits - 1; place >= 0; --place) {
-        const int value = sum[place] + carry;
-        text[place] = static_cast<char>('0' + value % 10);
-        carry = value / 10;
-    }
-    text[kDigits] = 0;
 }
 
 // Without a terminator unless there is room for it; a text that is too long loses its front.
@@ -50,14 +44,11 @@ int copy_text(const char* text, unsigned length, char* buffer, unsigned size) {
 }  // namespace
 
 int decimal_text(unsigned high, unsigned low, char* buffer, unsigned size) {
-    int digits[kHalfDigits] = {};
-    int sum[kDigits] = {};
-    write_digits(high, digits);
-    add_product(digits, sum);
-    write_digits(low, digits);  // over the high half: its leading digits count once more, as callers expect
-    for (int i = 0; i < kHalfDigits; ++i) sum[kDigits - kHalfDigits + i] += digits[i];
-    char text[kDigits + 1];
-    write_characters(sum, text);
+    const uint64_t product = uint64_t{high} << 32;
+    // high's leading digits may count once more, as callers expect
+    const uint64_t back = product % kHalfLimit + written_over(high, low);
+    char text[kDigits + 1] = {};
+    write_digits(product / kHalfLimit + back / kHalfLimit, back % kHalfLimit, text);
     int start = 0;
     while (start < kDigits - 1 && text[start] == '0') ++start;
     const int length = kDigits - start;
