@@ -8,14 +8,18 @@
  */
 #pragma once
 
+#include "vlcm/audio_network.h"
 #include "vlcm/base.h"
 #include "vlcm/catalogue.h"
 #include "vlcm/companions.h"
+#include "vlcm/display_names.h"
 #include "vlcm/handoff.h"
 #include "vlcm/localctl.h"
 #include "vlcm/mobile.h"
 #include "vlcm/ports.h"
 #include "vlcm/settings.h"
 #include "vlcm/shortcuts.h"
+#include "vlcm/states.h"
 #include "vlcm/switches.h"
 #include "vlcm/text.h"
+#include "vlcm/visibility.h"

@@ -2,6 +2,7 @@
 
 #include "frame/frame.h"
 #include "frame/settings.h"
+#include "vlcm/companions.h"
 #include "vlcm/settings.h"
 #include "vlcm/shortcuts.h"
 
@@ -22,8 +23,26 @@ ShortcutName auto_connect_shortcut(BtHandle device) {
     return name;
 }
 
+namespace {
+
+// The tray agent makes the connection.
+void connect_by_name(const char* name) {
+    constexpr uint16_t kRequest = 0x0203;
+    constexpr uint16_t kConnectShortcut = 0x4908;
+    const BtHandle shortcut = Btsdk_GetShortCutByName(name);
+    if (shortcut != 0) VlCm_PostMsg2Vltray(kRequest, kConnectShortcut, static_cast<LPARAM>(shortcut));
+}
+
+}  // namespace
 }  // namespace vl::shortcuts
 
+using namespace vl;
+
 extern "C" BOOL VlCm_ShouldShowDefaultConn(uint32_t device) {
-    return vl::shortcuts::auto_connect_shortcut(device).text[0] != 0;
+    return shortcuts::auto_connect_shortcut(device).text[0] != 0;
+}
+
+extern "C" void VlCm_ConnectDefaultShcByDevhdl(uint32_t device) {
+    const shortcuts::ShortcutName name = shortcuts::auto_connect_shortcut(device);
+    if (name.text[0] != 0) shortcuts::connect_by_name(name.text);
 }

@@ -148,4 +148,70 @@ VLCM_API uint32_t VlCm_GetShcHdlByObexProp(_In_opt_ const VlObexConnection* conn
  */
 VLCM_API BOOL VlCm_GetBtAddrByShcParam(_In_opt_ const char* path, _Out_writes_opt_(6) uint8_t* address);
 
+/**
+ * Makes a shortcut to a remote service, named by device address (byte 5 first), service class and service
+ * name. A nameless service is called by its class. After a shortcut to a network role (0x1115, 0x1116,
+ * 0x1117) the device's shortcuts to roles that it no longer offers are deleted. Opens the trace scope
+ * "VlCm_CreateShortCut".
+ *
+ * @param[in]  device    device handle; 0 gives 772
+ * @param[in]  service   remote service handle; 0 gives 772
+ * @param[out] shortcut  receives the new handle, on success only; may be null
+ *
+ * @retval 0    success
+ * @retval 770  the service is nameless and the language resource library cannot be loaded
+ * @retval 771  Bluetooth is not ready
+ * @retval 772  a handle is 0
+ * @return otherwise the stack's code
+ */
+VLCM_API uint32_t VlCm_CreateShortCut(uint32_t device, uint32_t service, _Out_opt_ uint32_t* shortcut);
+
+/**
+ * Deletes a shortcut. Opens the trace scope "VlCm_DeleteShortCut".
+ *
+ * @param[in] shortcut  shortcut handle; 0 gives 772
+ *
+ * @retval 0    success
+ * @retval 771  Bluetooth is not ready
+ * @retval 772  the handle is 0
+ * @return otherwise the stack's code, also when there is no such shortcut
+ */
+VLCM_API uint32_t VlCm_DeleteShortCut(uint32_t shortcut);
+
+/**
+ * Deletes a device's idle serial-port shortcuts whose service the device no longer lists, and releases their
+ * virtual COM ports first. Of the listed services the first shortcut each is spared, at most 16. Opens the
+ * trace scope "VlCm_DelAllShortcutsBySvcClsForSpecialDevice".
+ *
+ * @param[in] device        device handle
+ * @param[in] serviceClass  0x1101; for another class nothing is deleted
+ */
+VLCM_API void VlCm_DelAllShortcutsBySvcClsForSpecialDevice(uint32_t device, uint16_t serviceClass);
+
+/**
+ * Lets the tray agent connect a device's automatic default connection, the shortcut that
+ * "AutoConnectShc" in the device's section of the file of remote devices names. Without one nothing
+ * happens.
+ *
+ * @param[in] device  device handle
+ */
+VLCM_API void VlCm_ConnectDefaultShcByDevhdl(uint32_t device);
+
+/**
+ * The name under which a connection made by an application is shown: the name of the service class and, in
+ * parentheses, the device's name (the text for an unknown device when it has none), cut at 271 bytes.
+ * Opens the trace scope "VlCm_CreateAppConnNameBySvcCls".
+ *
+ * @param[in]  device        device handle
+ * @param[in]  serviceClass  Bluetooth service class
+ * @param[out] buffer        receives the first bytes of the name, without a terminator when it is shorter
+ *                           than the name; null gives FALSE
+ * @param[in]  size          room at @p buffer in bytes; the smaller of it and 256 is written, 0 bytes for 0
+ *
+ * @retval TRUE   the bytes were written
+ * @retval FALSE  no buffer, or the language resource library cannot be loaded
+ */
+VLCM_API BOOL VlCm_CreateAppConnName(uint32_t device, uint16_t serviceClass,
+                                     _Out_writes_bytes_opt_(size) char* buffer, uint32_t size);
+
 VLCM_END
