@@ -17,11 +17,15 @@ using Converter = int (*)(char* destination, const char* source, unsigned size);
 // The caller's size as the platform takes it: a negative one would be refused.
 int platform_size(unsigned size) { return size > INT_MAX ? INT_MAX : static_cast<int>(size); }
 
+// With one unit more than asked for, which is the terminator: some platforms let an incomplete sequence
+// at the very end of the source swallow the source's own.
 std::unique_ptr<wchar_t[]> to_utf16(UINT code_page, const char* source) {
     const int units = MultiByteToWideChar(code_page, 0, source, -1, nullptr, 0);
     if (units < 1) return nullptr;
-    std::unique_ptr<wchar_t[]> utf16(new (std::nothrow) wchar_t[static_cast<size_t>(units)]);
-    if (utf16 && MultiByteToWideChar(code_page, 0, source, -1, utf16.get(), units) < 1) utf16.reset();
+    std::unique_ptr<wchar_t[]> utf16(new (std::nothrow) wchar_t[static_cast<size_t>(units) + 1]);
+    if (!utf16) return nullptr;
+    if (MultiByteToWideChar(code_page, 0, source, -1, utf16.get(), units) < 1) return nullptr;
+    utf16[static_cast<size_t>(units)] = 0;
     return utf16;
 }
 
