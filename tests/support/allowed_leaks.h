@@ -18,6 +18,7 @@ inline constexpr AllowedLeak kAllowedLeaks[] = {
     // The fault handler of the two guarded entries leaves out the guarded body's clean-up.
     {"guarded send after a fault", LeakKind::kHandle, 1, "the section stays open"},
     {"guarded send after a fault", LeakKind::kView,   1, "and mapped"},
+    {"scope of the faulting wake-up", LeakKind::kTraceScope, 1, "and so does a scope inside the body"},
     // The connection manager's two handles belong to the caller's process for its life.
     {"connection manager started", LeakKind::kHandle, 2, "its process and its thread stay open"},
 };
