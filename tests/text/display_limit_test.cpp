@@ -173,8 +173,9 @@ TEST_F(LimitCharacterCount, DoesNothingWithoutAText) {
 }
 
 std::string random_text(std::mt19937& random) {
-    static const std::string kPieces[] = {
-        "a", "Z", "\x10", "\x7F", "\xC3\xA4", kChinese, kChinese, "\x80", "\xF0\x9F\x93\xB1", "\xFF"};
+    static const std::string kPieces[] = {"a",        "Z",      "\x10",   "\x7F", "\xC3\xA4",
+                                          "\xD0\x96", kChinese, kChinese, "\x80", "\xF0\x9F\x93\xB1",
+                                          "\xFF"};
     std::string text;
     for (size_t pieces = random() % 30; pieces != 0; --pieces) text += kPieces[random() % std::size(kPieces)];
     if (random() % 4 == 0) text += std::string("\0x\tyz", 5);

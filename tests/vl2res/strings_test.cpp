@@ -147,7 +147,7 @@ TEST_F(LanguageLibrary, FitsTheBuffersOfItsLoaders) {
 TEST_F(LanguageLibrary, NamesFilesOnlyByWhatAFileMayBeNamed) {
     for (const auto& [language, texts] : languages()) {
         for (const unsigned id : {667U, 1101U, 2503U}) {
-            EXPECT_EQ(texts.at(id).find_first_of(L"\\/:?*\"<>|."), std::wstring::npos)
+            EXPECT_TRUE(texts.at(id).find_first_of(L"\\/:?*\"<>|.") == std::wstring::npos)
                 << id << ", language " << std::hex << language;
         }
     }
