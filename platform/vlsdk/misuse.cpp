@@ -3,10 +3,14 @@
 #include "locks.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <vector>
 
 namespace vlsim {
 namespace {
+
+constexpr size_t kLargestRecord = 288;
 
 SRWLOCK lock = SRWLOCK_INIT;
 std::vector<std::string> reports;
@@ -41,15 +45,14 @@ bool present(const char* operation, const char* parameter, const void* pointer) 
 
 void expect_zeroed(const char* operation, const void* record, size_t size,
                    std::initializer_list<InputField> inputs) {
-    const auto* bytes = static_cast<const uint8_t*>(record);
-    for (size_t at = 0; at < size; ++at) {
-        const bool input = std::any_of(inputs.begin(), inputs.end(), [at](const InputField& field) {
-            return at >= field.offset && at < field.offset + field.size;
-        });
-        if (bytes[at] == 0 || input) continue;
-        report_misuse(operation, "record not zeroed at offset " + std::to_string(at));
-        return;
-    }
+    static constexpr std::array<uint8_t, kLargestRecord> kZero{};
+    std::array<uint8_t, kLargestRecord> rest;
+    std::memcpy(rest.data(), record, size);
+    for (const InputField& field : inputs) std::memset(rest.data() + field.offset, 0, field.size);
+    if (std::memcmp(rest.data(), kZero.data(), size) == 0) return;
+    const auto* const dirty =
+        std::find_if(rest.data(), rest.data() + size, [](uint8_t byte) { return byte; });
+    report_misuse(operation, "record not zeroed at offset " + std::to_string(dirty - rest.data()));
 }
 
 }  // namespace vlsim
