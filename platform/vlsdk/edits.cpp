@@ -59,7 +59,6 @@ BtHandle add_shortcut(const Shortcut& shortcut) {
     BtHandle handle = 0;
     const bool stored = change_document([&](json& document) {
         handle = number_of(document.at("nextHandle"));
-        document["nextHandle"] = handle + 1;
         document["shortcuts"].push_back(shortcut_value(shortcut, handle));
         return true;
     });
