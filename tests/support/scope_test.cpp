@@ -32,9 +32,19 @@ bool key_exists(const char* key) {
     return there;
 }
 
+// Each starts without what a run that was ended left behind.
+class SettingsScopeTest : public ::testing::Test {
+protected:
+    SettingsScopeTest() { DeleteFileA(kFile); }
+};
+class RegistryScopeTest : public ::testing::Test {
+protected:
+    RegistryScopeTest() { RegDeleteTreeA(HKEY_CURRENT_USER, "Software\\VlcmSupport"); }
+};
+
 }  // namespace
 
-TEST(SettingsScope, SetsAValueAndTakesANewFileAway) {
+TEST_F(SettingsScopeTest, SetsAValueAndTakesANewFileAway) {
     {
         SettingsScope settings;
         settings.set(kFile, "General", "Key", "value");
@@ -45,7 +55,7 @@ TEST(SettingsScope, SetsAValueAndTakesANewFileAway) {
     EXPECT_EQ(SettingsScope::get(kFile, "General", "Key"), "");
 }
 
-TEST(SettingsScope, PutsBackTheFileByteForByte) {
+TEST_F(SettingsScopeTest, PutsBackTheFileByteForByte) {
     SettingsScope outer;
     const std::string before = "; a comment\n[General]\r\nKey=old\n";
     outer.content(kFile, before);
@@ -59,7 +69,7 @@ TEST(SettingsScope, PutsBackTheFileByteForByte) {
     EXPECT_EQ(SettingsScope::get(kFile, "General", "Key"), "old");
 }
 
-TEST(SettingsScope, KnowsTheSuitesFiles) {
+TEST_F(SettingsScopeTest, KnowsTheSuitesFiles) {
     EXPECT_EQ(support::settings_path(SettingsFile::kCommon), "C:\\windows\\SysWOW64\\vlcs.ini");
     EXPECT_EQ(support::settings_path(SettingsFile::kRemoteDevices),
               "C:\\windows\\SysWOW64\\REMOTEDEVICE.ini");
@@ -68,7 +78,7 @@ TEST(SettingsScope, KnowsTheSuitesFiles) {
     EXPECT_NE(personal.find("\\veltrin\\vlps.ini"), std::string::npos) << personal;
 }
 
-TEST(SettingsScope, TakesTheSuitesFilesAwayUntilTheEnd) {
+TEST_F(SettingsScopeTest, TakesTheSuitesFilesAwayUntilTheEnd) {
     SettingsScope outer;
     outer.common("General", "Key", "old");
     {
@@ -81,7 +91,7 @@ TEST(SettingsScope, TakesTheSuitesFilesAwayUntilTheEnd) {
     EXPECT_EQ(SettingsScope::get(SettingsFile::kCommon, "General", "Key"), "old");
 }
 
-TEST(RegistryScope, MakesKeysAndTakesThemAway) {
+TEST_F(RegistryScopeTest, MakesKeysAndTakesThemAway) {
     {
         RegistryScope registry;
         registry.set(HKEY_CURRENT_USER, kKey, "Name", "text");
@@ -94,7 +104,7 @@ TEST(RegistryScope, MakesKeysAndTakesThemAway) {
     EXPECT_FALSE(key_exists("Software\\VlcmSupport"));
 }
 
-TEST(RegistryScope, PutsBackValuesOfBefore) {
+TEST_F(RegistryScopeTest, PutsBackValuesOfBefore) {
     RegistryScope outer;
     outer.set(HKEY_CURRENT_USER, kKey, "Name", "old");
     {

@@ -11,13 +11,9 @@ std::string listed(const std::vector<std::string>& lines) {
     return text;
 }
 
-// GoogleTest opens a thread handle at the first trace of a process and keeps it: before the census.
-void warm_up_traces() { const ::testing::ScopedTrace first(__FILE__, __LINE__, ""); }
-
 }  // namespace
 
 SuiteTest::SuiteTest() {
-    warm_up_traces();
     settings_.clear_all();
     checks_ = std::make_unique<SuiteChecks>(library_under_test());
 }

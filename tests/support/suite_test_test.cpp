@@ -28,6 +28,12 @@ void run_leaking_test() {
     test.TestBody();
 }
 
+class ReadingTest : public SuiteTest {
+public:
+    void TestBody() override { seen = SettingsScope::get(SettingsFile::kCommon, "General", "Key"); }
+    std::string seen = "not run";
+};
+
 class WrongNameTest : public SuiteTest {
 public:
     void TestBody() override { allow_leak("no such row"); }
@@ -74,6 +80,17 @@ TEST_F(Suite, PutsSettingsBack) {
         inner.common("General", "Key", "inner");
     }
     EXPECT_EQ(SettingsScope::get(SettingsFile::kCommon, "General", "Key"), "outer");
+}
+
+TEST(SuiteTest, TakesSettingsOfBeforeAwayUntilItsEnd) {
+    SettingsScope before;
+    before.common("General", "Key", "left over");
+    {
+        ReadingTest test;
+        test.TestBody();
+        EXPECT_EQ(test.seen, "");
+    }
+    EXPECT_EQ(SettingsScope::get(SettingsFile::kCommon, "General", "Key"), "left over");
 }
 
 TEST(SuiteTest, FailsATestThatLeavesAHandleAndClosesIt) {

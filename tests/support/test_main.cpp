@@ -46,5 +46,8 @@ int main(int argc, char** argv) {
         return support::run_role(argv[1] + kLength, std::vector<std::string>(argv + 2, argv + argc));
     }
     support::warm_up_googletest();
-    return RUN_ALL_TESTS();
+    const int failed = RUN_ALL_TESTS();
+    // Under Wine a process that ends half-way may answer 0: ctest looks for this line as well.
+    if (failed == 0) printf("All tests of this program passed.\n");
+    return failed;
 }

@@ -128,8 +128,8 @@ TEST_F(ReadableTrace, ReportsScopesThatAreOpenAtTheEnd) {
     FreshFacility facility(to_file_.c_str());
     facility.enter(outer_, 512, "Outer");
     facility.unload();
-    EXPECT_EQ(traced().back(),
-              "   0 ! 512 Outer in thread " + std::to_string(GetCurrentThreadId()) + " was never left");
+    const std::string thread = std::to_string(GetCurrentThreadId());
+    EXPECT_EQ(traced(), (Lines{" 512 > Outer", "   0 ! 512 Outer in thread " + thread + " was never left"}));
 }
 
 TEST_F(ReadableTrace, AppendsAndSharesItsFile) {

@@ -133,6 +133,12 @@ TEST_F(ScopeBalance, ForgetsReportsWhenItStartsAgain) {
     EXPECT_EQ(reports(), Lines());
 }
 
+TEST_F(ScopeBalance, CountsNothingWhileItIsOff) {
+    VlTraceLog_Enable(0);
+    leave(outer_);
+    EXPECT_EQ(reports(), Lines());
+}
+
 TEST_F(ScopeBalance, KeepsTheScopesOfThreadsApart) {
     enter(outer_, g_outer);
     in_another_thread([] {
@@ -145,18 +151,21 @@ TEST_F(ScopeBalance, KeepsTheScopesOfThreadsApart) {
 }
 
 TEST_F(ScopeBalance, CountsEveryEntryOfManyThreadsAtOnce) {
-    constexpr int kThreads = 4, kRounds = 500;
-    const auto run = [](void*) -> DWORD {
+    constexpr int kThreads = 4, kRounds = 20000;
+    const auto run = [](void* start) -> DWORD {
+        WaitForSingleObject(start, INFINITE);
         for (int i = 0; i < kRounds; ++i) {
             const CVlTraceFunc scope(512, g_outer);
             VlTrace_UserDef(512, "round %d", i);
         }
         return 0;
     };
-    HANDLE threads[kThreads];
-    for (HANDLE& thread : threads) thread = CreateThread(nullptr, 0, run, nullptr, 0, nullptr);
+    HANDLE start = CreateEventA(nullptr, TRUE, FALSE, nullptr), threads[kThreads];
+    for (HANDLE& thread : threads) thread = CreateThread(nullptr, 0, run, start, 0, nullptr);
+    SetEvent(start);
     WaitForMultipleObjects(kThreads, threads, TRUE, INFINITE);
     for (HANDLE thread : threads) CloseHandle(thread);
+    CloseHandle(start);
     EXPECT_EQ(VlTraceLog_Count(), 3u * kThreads * kRounds);
     EXPECT_EQ(VlTraceLog_OpenScopes(), 0u);
     EXPECT_EQ(reports(), Lines());
