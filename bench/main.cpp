@@ -4,6 +4,7 @@
 #include "rows.h"
 #include "scene.h"
 
+#include <stdio.h>
 #include <CLI/CLI.hpp>
 
 #include <exception>
@@ -79,7 +80,7 @@ int run(const Options& options) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     CLI::App app("Measures calls of VlCommon.dll against their floors");
     Options options;
     app.add_option("--seconds", options.effort.seconds, "time per row");
@@ -87,14 +88,11 @@ int main(int argc, char** argv) {
     app.add_option("--only", options.only, "only rows whose name contains this");
     app.add_option("--json", options.json_file, "write the results there, too");
     app.add_option("--table", options.table_file, "write the table there, too");
-    app.add_flag("--check", options.check,
-                 "count calls, blocks and bytes only; fails when there are more than allowed");
-    app.add_option("--first-load", options.first_load)->group("");
+    app.add_flag("--check", options.check, "only count; fails when a call does more than it may");
+    app.add_option("--first-load", options.first_load)->group("");  // not listed
     CLI11_PARSE(app, argc, argv);
-    try {
-        return options.first_load.empty() ? run(options) : load_and_tell_time(options.first_load.c_str());
-    } catch (const std::exception& failure) {
-        std::cerr << "vlcm_bench: " << failure.what() << '\n';
-        return 1;
-    }
+    return options.first_load.empty() ? run(options) : load_and_tell_time(options.first_load.c_str());
+} catch (const std::exception& failure) {
+    fprintf(stderr, "vlcm_bench: %s\n", failure.what());
+    return 1;
 }

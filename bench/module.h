@@ -33,7 +33,7 @@ private:
 };
 
 // A function of a module under its declared type.
-#define BENCH_FUNCTION(module, name) (module).function<decltype(&name)>(#name)
+#define BENCH_FUNCTION(module, name) (module).function<decltype(&(name))>(#name)
 
 struct Suite {
     Module floor{"bench_floor.dll"};

@@ -121,8 +121,8 @@ private:
 
 struct Sending {
     const char* name;
-    uint32_t count;
     double target;
+    uint32_t count;
     bool adjacent;  // records that lie side by side
 };
 
@@ -227,10 +227,10 @@ std::vector<Row> handoff_rows(const Suite& suite) {
     constexpr uint32_t kSome = 1'000;
     constexpr uint32_t kMany = 50'000;
     constexpr Sending kSendings[] = {
-        {"hand over 1 record", 1, kCallTarget, false},
-        {"hand over 1,000 records", kSome, kCopyTarget, false},
-        {"hand over 50,000 records", kMany, kCopyTarget, false},
-        {"hand over 50,000 adjacent records", kMany, kCopyTarget, true},
+        {"hand over 1 record", kCallTarget, 1, false},
+        {"hand over 1,000 records", kCopyTarget, kSome, false},
+        {"hand over 50,000 records", kCopyTarget, kMany, false},
+        {"hand over 50,000 adjacent records", kCopyTarget, kMany, true},
     };
     std::vector<Row> rows;
     for (const Sending& sending : kSendings) rows.push_back(send_row(suite, sending));

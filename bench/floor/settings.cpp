@@ -6,9 +6,10 @@
 #include <string.h>
 
 extern "C" int Floor_ReadEdition() {
-    char path[MAX_PATH];
+    constexpr char kFile[] = "\\SysWOW64\\vlcs.ini";
+    char path[MAX_PATH + sizeof kFile];
     SHGetFolderPathA(nullptr, CSIDL_WINDOWS, nullptr, SHGFP_TYPE_DEFAULT, path);
-    strcat(path, "\\SysWOW64\\vlcs.ini");
+    memcpy(path + strlen(path), kFile, sizeof kFile);
     return static_cast<int>(Btsdk_GetPrivateProfileInt("General", "VlCustomVersion", 0, path));
 }
 
