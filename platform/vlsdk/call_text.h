@@ -51,7 +51,7 @@ inline void append_value(std::string& text, ServerAttributes* record) {
 template <typename... Values>
 std::string call_text(const char* name, const Values&... values) {
     std::string text = name;
-    const char* separator = "(";
+    [[maybe_unused]] const char* separator = "(";  // unused by a call without arguments
     ((text += std::exchange(separator, ", "), append_value(text, values)), ...);
     return text += sizeof...(values) == 0 ? "()" : ")";
 }

@@ -43,10 +43,7 @@ SharedFile::SharedFile(const std::wstring& folder, const wchar_t* name)
 LONG SharedFile::generation() const { return __atomic_load_n(generation_, __ATOMIC_ACQUIRE); }
 
 SharedFile::Lock::Lock(SharedFile& file) : file_(file) {
-    WaitForSingleObject(file_.mutex_, INFINITE);  // WAIT_ABANDONED is ownership too
-    // Odd: the last owner was killed while it replaced the file. Whatever it reached, the file is
-    // whole; only everybody has to read it again.
-    if (file_.generation() % 2 != 0) InterlockedIncrement(file_.generation_);
+    WaitForSingleObject(file_.mutex_, INFINITE);  // WAIT_ABANDONED is ownership too: the file is whole
 }
 
 SharedFile::Lock::~Lock() { ReleaseMutex(file_.mutex_); }
@@ -60,11 +57,8 @@ std::optional<std::string> SharedFile::Lock::read() const {
 bool SharedFile::Lock::replace(const std::string& content) const {
     const std::wstring fresh = file_.path_ + L".new";
     InterlockedIncrement(file_.generation_);
-    const bool replaced =
-        write_whole(fresh, content) &&
-        MoveFileExW(fresh.c_str(), file_.path_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-    InterlockedIncrement(file_.generation_);
-    return replaced;
+    return write_whole(fresh, content) && MoveFileExW(fresh.c_str(), file_.path_.c_str(),
+                                                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
 }
 
 void SharedFile::Lock::set_aside() const {

@@ -16,8 +16,9 @@ public:
     SharedFile(const SharedFile&) = delete;
     SharedFile& operator=(const SharedFile&) = delete;
 
-    // Even: the file is as it was when this number was first seen. Odd: it is being replaced, or who
-    // replaced it was killed; take the lock to know.
+    // Grows before the file is replaced. A reader that sees another number than at its last reading
+    // takes the lock, which waits for the replacement, and reads again; so it misses nothing, even
+    // when who replaced the file was killed at it.
     [[nodiscard]] LONG generation() const;
 
     // The right to read or replace the file; a killed owner loses it.

@@ -12,7 +12,7 @@
 namespace vlsim {
 namespace {
 
-constexpr LONG kNeverSeen = -1;  // odd, so equal to no settled generation
+constexpr LONG kNeverSeen = -1;  // the generations count up from 0
 
 struct Copy {
     Copy() : file(home_folder(), L"state.json") {}

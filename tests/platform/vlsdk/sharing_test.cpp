@@ -59,7 +59,8 @@ TEST_ROLE(vlsim_create_many) {
     return 0;
 }
 
-// Dies while it holds the lock: before the new content is whole, or before it takes the old one's place.
+// Dies while it holds the lock: before the new content is whole ("half"), before ("unmoved") or just
+// after ("moved") it took the old one's place.
 TEST_ROLE(vlsim_die_in_write) {
     Btsdk_IsBluetoothReady();
     const HMODULE stack = GetModuleHandleA("VlSDK.dll");
@@ -71,9 +72,12 @@ TEST_ROLE(vlsim_die_in_write) {
             return TerminateProcess(GetCurrentProcess(), 50);
         });
     } else {
-        moved.answer([](LPCWSTR, LPCWSTR, DWORD) { return TerminateProcess(GetCurrentProcess(), 50); });
+        moved.answer([move = arguments.at(0) == "moved"](LPCWSTR from, LPCWSTR to, DWORD flags) {
+            if (move) MoveFileExW(from, to, flags);
+            return TerminateProcess(GetCurrentProcess(), 50);
+        });
     }
-    create_shortcut("never");
+    create_shortcut("last words");
     return 0;
 }
 
@@ -137,9 +141,11 @@ TEST_F(Sharing, SurvivesAProcessThatDiesWhileItWrites) {
         EXPECT_EQ(run_role("vlsim_die_in_write", {moment}).exit_code, 50u);
         EXPECT_EQ(file_content(state_path()), whole);
         EXPECT_TRUE(std::filesystem::exists(state_path() + ".new"));
-        EXPECT_EQ(Btsdk_GetShortCutByName("never"), 0u);
+        EXPECT_EQ(Btsdk_GetShortCutByName("last words"), 0u);
         EXPECT_NE(Btsdk_GetShortCutByName("before"), 0u);
     }
+    EXPECT_EQ(run_role("vlsim_die_in_write", {"moved"}).exit_code, 50u);
+    EXPECT_NE(Btsdk_GetShortCutByName("last words"), 0u);
     EXPECT_EQ(create_shortcut("after"), 0u);
     EXPECT_EQ(run_role("vlsim_find", {"after"}).exit_code, 0u);
     EXPECT_FALSE(std::filesystem::exists(state_path() + ".new"));
