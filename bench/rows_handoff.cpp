@@ -35,6 +35,7 @@ public:
             if (linked_.size() > 1) linked_[linked_.size() - 2]->next = linked_.back().get();
         }
     }
+    [[nodiscard]] uint32_t count() const { return static_cast<uint32_t>(adjacent_.size()); }
     [[nodiscard]] const std::vector<VlSendRecord>& adjacent() const { return adjacent_; }
     [[nodiscard]] const VlSendRecord* list() const { return linked_.front().get(); }
     // The adjacent ones as a list.
@@ -122,17 +123,18 @@ private:
 struct Sending {
     const char* name;
     double target;
-    uint32_t count;
     bool adjacent;  // records that lie side by side
 };
 
-Row send_row(const Suite& suite, const Sending& sending) {
-    const auto records = std::make_shared<Records>(sending.count);
+using SharedRecords = std::shared_ptr<Records>;
+
+Row send_row(const Suite& suite, const SharedRecords& records, const Sending& sending) {
+    const uint32_t count = records->count();
     const VlSendRecord* list = sending.adjacent ? records->adjacent_list() : records->list();
     const auto floor = BENCH_FUNCTION(suite.floor, Floor_SendFiles);
     const auto library = BENCH_FUNCTION(suite.library, VlCm_SendFilestoBtDevice);
     const HMODULE patched = suite.library.handle();
-    const auto by_floor = [=] { return floor(records->adjacent().data(), sending.count); };
+    const auto by_floor = [=] { return floor(records->adjacent().data(), count); };
     const auto by_library = [=] { return library(list, 0, 0, 0); };
     const Body library_body = timed([=] { keep(by_library()); });
     return {.name = sending.name,
@@ -147,14 +149,14 @@ Row send_row(const Suite& suite, const Sending& sending) {
                             const AnsweredWait wait(patched);
                             return calling(patched, library_body).count();
                         }},
-            .allowance = {.platform_calls = 13, .bytes_copied = sending.count * sizeof(VlSendRecord)},
+            .allowance = {.platform_calls = 13, .bytes_copied = count * sizeof(VlSendRecord)},
             .agree =
                 [=] {
                     const AnsweredWait wait(patched);
                     return by_floor() == VLCM_OK && by_library() == VLCM_OK;
                 },
             .series = sending.adjacent ? "" : "hand over",
-            .records = sending.count};
+            .records = count};
 }
 
 // Takes a list and gives its memory back.
@@ -189,8 +191,8 @@ private:
     Free free_;
 };
 
-Row receive_row(const Suite& suite, const char* name, double target, uint32_t count) {
-    const auto records = std::make_shared<Records>(count);
+Row receive_row(const Suite& suite, const SharedRecords& records, const char* name, double target) {
+    const uint32_t count = records->count();
     const Receiver floor(suite, BENCH_FUNCTION(suite.floor, Floor_GetFiles));
     const Receiver library(suite, BENCH_FUNCTION(suite.library, VlCm_GetFilePathInfo));
     const auto taking = [=](const Receiver& receiver) {
@@ -224,20 +226,18 @@ Row receive_row(const Suite& suite, const char* name, double target, uint32_t co
 }  // namespace
 
 std::vector<Row> handoff_rows(const Suite& suite) {
-    constexpr uint32_t kSome = 1'000;
-    constexpr uint32_t kMany = 50'000;
-    constexpr Sending kSendings[] = {
-        {"hand over 1 record", kCallTarget, 1, false},
-        {"hand over 1,000 records", kCopyTarget, kSome, false},
-        {"hand over 50,000 records", kCopyTarget, kMany, false},
-        {"hand over 50,000 adjacent records", kCopyTarget, kMany, true},
+    const auto one = std::make_shared<Records>(1);
+    const auto some = std::make_shared<Records>(1'000);
+    const auto many = std::make_shared<Records>(50'000);
+    return {
+        send_row(suite, one, {"hand over 1 record", kCallTarget, false}),
+        send_row(suite, some, {"hand over 1,000 records", kCopyTarget, false}),
+        send_row(suite, many, {"hand over 50,000 records", kCopyTarget, false}),
+        send_row(suite, many, {"hand over 50,000 adjacent records", kCopyTarget, true}),
+        receive_row(suite, one, "take 1 record", kCallTarget),
+        receive_row(suite, some, "take 1,000 records", kCopyTarget),
+        receive_row(suite, many, "take 50,000 records", kCopyTarget),
     };
-    std::vector<Row> rows;
-    for (const Sending& sending : kSendings) rows.push_back(send_row(suite, sending));
-    rows.push_back(receive_row(suite, "take 1 record", kCallTarget, 1));
-    rows.push_back(receive_row(suite, "take 1,000 records", kCopyTarget, kSome));
-    rows.push_back(receive_row(suite, "take 50,000 records", kCopyTarget, kMany));
-    return rows;
 }
 
 }  // namespace bench
