@@ -52,7 +52,7 @@ std::wstring program_folder() {
 
 std::wstring log_folder() {
     const std::wstring home = home_folder();
-    const std::wstring folder = home + L"\\log";
+    std::wstring folder = home + L"\\log";
     CreateDirectoryW(home.c_str(), nullptr);
     CreateDirectoryW(folder.c_str(), nullptr);
     return folder;

@@ -24,9 +24,9 @@ std::wstring short_form(const std::wstring& path) {
 }  // namespace
 
 std::string record_path(const std::wstring& full_path) {
-    const std::string whole = utf8(full_path);
+    std::string whole = utf8(full_path);
     if (whole.size() < VLCM_PATH_SIZE) return whole;
-    const std::string shorter = utf8(short_form(full_path));
+    std::string shorter = utf8(short_form(full_path));
     return shorter.size() < VLCM_PATH_SIZE ? shorter : std::string();
 }
 

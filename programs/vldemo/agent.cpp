@@ -16,7 +16,7 @@ HWND agent_window() { return FindWindowA(nullptr, kTrayTitle); }
 // The folder in the ANSI code page, in its short form when the code page lacks a character.
 std::string ansi_folder() {
     const std::wstring folder = program_folder();
-    const std::string text = ansi(folder);
+    std::string text = ansi(folder);
     if (!text.empty()) return text;
     wchar_t shorter[VLCM_PATH_SIZE];
     const DWORD length = GetShortPathNameW(folder.c_str(), shorter, VLCM_PATH_SIZE);

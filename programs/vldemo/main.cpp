@@ -78,9 +78,7 @@ constexpr Command kCommands[] = {
     {"stop", "Close the tray agent", stop_agent},
 };
 
-}  // namespace
-
-int main() {
+int run() {
     CLI::App app("Sends files to a simulated Bluetooth device through VlCommon.dll");
     app.require_subcommand(1);
     int result = 0;
@@ -97,4 +95,15 @@ int main() {
         return app.exit(error);
     }
     return result;
+}
+
+}  // namespace
+
+int main() {
+    try {
+        return run();
+    } catch (const std::exception& error) {
+        fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
 }

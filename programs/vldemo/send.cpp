@@ -43,7 +43,8 @@ bool is_name_of(const std::wstring& candidate, const std::wstring& name) {
 // The file that came to the inbox under `name` since `before`; empty when there is none.
 std::wstring newcomer(const std::wstring& inbox, const Names& before, const std::wstring& name) {
     for (const std::wstring& candidate : files_in(inbox)) {
-        if (before.count(candidate) == 0 && is_name_of(candidate, name)) return inbox + L"\\" + candidate;
+        if (before.count(candidate) != 0 || !is_name_of(candidate, name)) continue;
+        return std::wstring(inbox).append(L"\\").append(candidate);
     }
     return {};
 }

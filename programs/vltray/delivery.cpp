@@ -26,7 +26,7 @@ std::wstring move_to_free_name(const std::wstring& file, const std::wstring& inb
                                const std::wstring& name) {
     constexpr unsigned kMost = 10000;
     for (unsigned number = 1; number <= kMost; ++number) {
-        const std::wstring target = inbox + L"\\" + (number == 1 ? name : numbered(name, number));
+        std::wstring target = inbox + L"\\" + (number == 1 ? name : numbered(name, number));
         if (MoveFileW(file.c_str(), target.c_str())) return target;
         const DWORD error = GetLastError();
         if (error != ERROR_ALREADY_EXISTS && error != ERROR_FILE_EXISTS) return {};

@@ -144,7 +144,9 @@ size_t count_lines(const std::wstring& program, const std::string& line) {
     const bool came =
         wait_in_folder(log_folder(), kDeadline_ms, [&] { return count_lines(program, line) >= times; });
     if (came) return ::testing::AssertionSuccess();
-    return support::has_line(log_lines(program), line) << " (" << times << " wanted)";
+    auto failure = ::testing::AssertionFailure() << "not " << times << " x \"" << line << "\" in:";
+    for (const std::string& each : log_lines(program)) failure << "\n  " << each;
+    return failure;
 }
 
 std::string content_of(const std::wstring& path) {
