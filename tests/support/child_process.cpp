@@ -38,7 +38,7 @@ std::string environment_block(const std::map<std::string, std::string>& changes)
     for (const auto& [name, value] : changes) all[name] = value;
     std::string block;
     for (const auto& [name, value] : all) {
-        if (!value.empty()) block += name + "=" + value + '\0';
+        if (!value.empty()) block.append(name).append("=").append(value).push_back('\0');
     }
     return block + '\0';
 }
