@@ -144,7 +144,8 @@ TEST_F(LimitCharacterCount, LeavesTheTextWhereNothingIsCut) {
     support::for_each_row(rows, [](const auto& row) {
         const Outcome outcome = limited(row.text, row.bytes, row.characters, row.weight);
         EXPECT_EQ(outcome.result, row.result);
-        EXPECT_EQ(std::string(outcome.text.c_str()),
+        // Compared up to the first zero: what follows is the filling.
+        EXPECT_EQ(outcome.text.substr(0, outcome.text.find('\0')),
                   row.text.substr(0, std::min(row.text.size(), needed_bytes(row.bytes))));
     });
     EXPECT_TRUE(support::trace_log().empty());
