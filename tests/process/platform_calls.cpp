@@ -11,7 +11,7 @@ namespace process_test {
 namespace {
 
 constexpr DWORD kDeadlineMs = 20000;
-constexpr const char* kOwnHandles[] = {"mutex", "process", "thread", "worker", "key"};
+constexpr const char* kOwnHandles[] = {"key", "mutex", "process", "thread", "worker"};
 
 std::string hex(unsigned long long value) {
     char digits[32];
@@ -32,17 +32,6 @@ std::string show_startup(STARTUPINFOA info) {
 }
 
 }  // namespace
-
-class PlatformCalls::Locked {
-public:
-    explicit Locked(SRWLOCK& lock) : lock_(lock) { AcquireSRWLockExclusive(&lock_); }
-    ~Locked() { ReleaseSRWLockExclusive(&lock_); }
-    Locked(const Locked&) = delete;
-    Locked& operator=(const Locked&) = delete;
-
-private:
-    SRWLOCK& lock_;
-};
 
 template <typename T>
 std::string PlatformCalls::show(T value) const {
@@ -226,91 +215,25 @@ PlatformCalls::~PlatformCalls() {
     if (program_ != nullptr) CloseHandle(program_);
 }
 
-Lines PlatformCalls::take() {
-    Locked locked(lock_);
-    Lines taken;
-    taken.swap(lines_);
-    return taken;
-}
-
-size_t PlatformCalls::count(const std::string& call) const {
-    Locked locked(lock_);
-    return static_cast<size_t>(std::count(lines_.begin(), lines_.end(), call));
-}
-
-bool PlatformCalls::record(const std::string& function, const Lines& arguments) {
-    std::string line = function + "(";
-    for (size_t i = 0; i < arguments.size(); ++i) line += (i == 0 ? "" : ", ") + arguments[i];
-    line += ")";
-    if (on_call) on_call(line);
-    Locked locked(lock_);
-    lines_.push_back(line);
-    for (auto failure = failures_.begin(); failure != failures_.end(); ++failure) {
-        if (failure->function != function || --failure->nth > 0) continue;
-        failures_.erase(failure);
-        return true;
-    }
-    return false;
-}
-
-void PlatformCalls::name(const void* handle, const std::string& text) {
-    Locked locked(lock_);
-    names_[handle] = text;
-}
-
 template <typename T>
 T PlatformCalls::named(T handle, const char* text) {
     if (handle != nullptr) name(handle, text);
     return handle;
 }
 
-std::string PlatformCalls::name_of(const void* handle) const {
-    Locked locked(lock_);
-    const auto known = names_.find(handle);
-    return known != names_.end() ? known->second : "given";
-}
-
-bool PlatformCalls::forget(const void* handle) {
-    Locked locked(lock_);
-    return names_.erase(handle) != 0;
-}
-
 Lines PlatformCalls::open_handles() const {
-    Locked locked(lock_);
     Lines open;
-    for (const auto& [handle, text] : names_) {
-        if (std::find(std::begin(kOwnHandles), std::end(kOwnHandles), text) != std::end(kOwnHandles)) {
-            open.push_back(text);
-        }
-    }
-    std::sort(open.begin(), open.end());
+    for (const char* own : kOwnHandles) open.insert(open.end(), handles_named(own).size(), own);
     return open;
 }
 
 void PlatformCalls::close_handles() {
-    std::vector<const void*> open;
-    {
-        Locked locked(lock_);
-        for (const auto& [handle, text] : names_) {
-            if (text == "process" || text == "thread") open.push_back(handle);
+    for (const char* own : {"process", "thread"}) {
+        for (const void* handle : handles_named(own)) {
+            forget(handle);
+            CloseHandle(const_cast<void*>(handle));
         }
     }
-    for (const void* handle : open) {
-        forget(handle);
-        CloseHandle(const_cast<void*>(handle));
-    }
-}
-
-void PlatformCalls::fail(const std::string& function, int nth) {
-    Locked locked(lock_);
-    failures_.push_back({function, nth});
-}
-
-size_t PlatformCalls::drop_failures() {
-    Locked locked(lock_);
-    const size_t dropped = failures_.size();
-    failures_.clear();
-    return dropped;
 }
 
 void PlatformCalls::find_late(const std::string& title, int sleeps) { late_[title] = sleeps; }

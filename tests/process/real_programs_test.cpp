@@ -110,14 +110,6 @@ TEST_F(RealPrograms, TheLauncherIsRunFromTheRegistryAndAwaited) {
     EXPECT_EQ(log(), Lines{"launch.exe|\"" + path("launch.exe") + "\" -now"});
 }
 
-TEST_F(RealPrograms, TheMainProgramIsStartedFromTheInstallationFolder) {
-    install("Veltrin.exe");
-    VlCm_OpenVluiExe();
-    wait_for_start();
-    ASSERT_EQ(log().size(), 1U);
-    EXPECT_EQ(log()[0].substr(0, 12), "Veltrin.exe|");
-}
-
 TEST_F(RealPrograms, TheCompanionsAreStartedByTheirSwitches) {
     install("veltrin voip.exe");
     install("Veltrin Quill.exe");
