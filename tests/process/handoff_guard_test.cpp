@@ -247,7 +247,7 @@ TEST_F(GuardedSend, CoversTheReadinessCall) {
 TEST_F(GuardedSend, CoversTheSendToolsSingleRecord) {
     CallPatch own_name("GetModuleFileNameA", GetModuleFileNameA);
     own_name.answer(
-        [](HMODULE, char* path, DWORD) -> DWORD { return strcpy(path, "veltrin quill.exe"), 17; });
+        [](HMODULE, char* path, DWORD) -> DWORD { return memcpy(path, "veltrin quill.exe", 18), 17; });
     faults(files(), reinterpret_cast<void*>(0x10));
     EXPECT_FALSE(section_exists(files().section));
 }
@@ -272,8 +272,7 @@ TEST_F(GuardedSend, CoversTheWakeUpAndLeavesItsScopeOpen) {
 
 // Ends a process by its unhandled exception at once: a debugger would be started otherwise.
 LONG WINAPI end_by_exception(EXCEPTION_POINTERS* exception) {
-    TerminateProcess(GetCurrentProcess(), exception->ExceptionRecord->ExceptionCode);
-    return EXCEPTION_CONTINUE_SEARCH;
+    ExitProcess(exception->ExceptionRecord->ExceptionCode);
 }
 
 // send_bad_list CHANNEL: sends a list that cannot be read; ends with the sender's answer or the fault.

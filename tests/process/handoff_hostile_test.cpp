@@ -90,6 +90,19 @@ TEST_F(HostileSection, SurvivesTenThousandRandomHeaders) {
     });
 }
 
+TEST_F(HostileSection, LinksInTheSectionAreNotFollowed) {
+    for_each_row(list_channels(), [&](const ListChannel& channel) {
+        const size_t size = channel.record_size;
+        const TestSection section(channel.section, section_image(1, 1, 2, Bytes(2 * size, 0xA5)));
+        void* list = channel.take();
+        void *second = nullptr, *end = list;
+        memcpy(&second, static_cast<char*>(list) + size - sizeof second, sizeof second);
+        memcpy(&end, static_cast<char*>(second) + size - sizeof end, sizeof end);
+        ASSERT_EQ(end, nullptr);
+        EXPECT_EQ(take_apart(list, size).size(), 2U);
+    });
+}
+
 // A peer that changes the header all the time while it is read.
 class FlippingPeer {
 public:

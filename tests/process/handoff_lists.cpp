@@ -211,7 +211,7 @@ Bytes read_section(const char* name, size_t bytes) {
     const HANDLE section = OpenFileMappingA(FILE_MAP_READ, FALSE, name);
     if (section == nullptr) return {};
     const auto view = static_cast<unsigned char*>(MapViewOfFile(section, FILE_MAP_READ, 0, 0, bytes));
-    const Bytes content = view != nullptr ? Bytes(view, view + bytes) : Bytes();
+    Bytes content = view != nullptr ? Bytes(view, view + bytes) : Bytes();
     UnmapViewOfFile(view);
     CloseHandle(section);
     return content;

@@ -274,9 +274,9 @@ TEST_F(SendList, OpensOnlyTheStatedScopes) {
 // What the receiver's side does to the state while a sender waits, and how long that takes.
 struct WaitRow {
     const char* label;
-    uint32_t at_wake_up;  // state before the first look
-    size_t change_look;   // from this look on (counted from 1) ...
-    uint32_t change_to;   // ... the state is this
+    uint32_t at_wake_up;   // state before the first look
+    uint32_t change_look;  // from this look on (counted from 1) ...
+    uint32_t change_to;    // ... the state is this
     size_t looks;
     size_t pauses;
 };

@@ -36,7 +36,8 @@ Bytes single_record(uint32_t service_class, const std::string& path) {
 
 TEST_F(SendTool, HandsOverServiceClassAndPathOfTheFirstRecord) {
     RecordList list(files(), 3, 0x1106);
-    strcpy(reinterpret_cast<char*>(list.record(0) + 8), "C:\\out\\photo.jpg");
+    constexpr char kPath[] = "C:\\out\\photo.jpg";
+    memcpy(list.record(0) + 8, kPath, sizeof kPath);
     EXPECT_TRUE(sent_as("C:\\Veltrin\\Veltrin Quill.exe", list) ==
                 single_record(0x1106, "C:\\out\\photo.jpg"));
     EXPECT_EQ(std::get<0>(relay.calls().at(0)), 0x43050205U);

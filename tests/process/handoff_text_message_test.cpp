@@ -151,7 +151,7 @@ TEST_F(SendTextMessage, SleepsWhileTheStateIsOne) {
     struct Row {
         const char* label;
         uint32_t at_start;
-        size_t change_look;
+        uint32_t change_look;
         uint32_t change_to;
         size_t looks;
         size_t pauses;
