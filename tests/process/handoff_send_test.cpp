@@ -215,7 +215,9 @@ TEST_F(SendList, WakesTheAgentByTheFirstRecordsServiceClass) {
             const size_t before = relay.count();
             EXPECT_EQ(channel.send(list.first(), 0x55AA), 0U);
             ASSERT_EQ(relay.count() - before, row.message != 0 ? 1U : 0U);
-            if (row.message != 0) EXPECT_EQ(relay.calls().back(), std::make_tuple(row.message, 0x55AAU));
+            if (row.message != 0) {
+                EXPECT_EQ(relay.calls().back(), std::make_tuple(row.message, 0x55AAU));
+            }
         });
     };
     check(files(), kFiles);
@@ -244,7 +246,9 @@ TEST_F(SendList, LiftsTheAgentsWindowAndOnlyFilesLookFirst) {
         for (const HWND window : {HWND{}, reinterpret_cast<HWND>(0x77)}) {
             Strings titles;
             find_window.answer([&](const char* window_class, const char* title) {
-                if (titles.empty()) EXPECT_EQ(window_class, nullptr);
+                if (titles.empty()) {
+                    EXPECT_EQ(window_class, nullptr);
+                }
                 titles.emplace_back(title);
                 return titles.size() == 1 ? window : tray;
             });
@@ -254,7 +258,9 @@ TEST_F(SendList, LiftsTheAgentsWindowAndOnlyFilesLookFirst) {
             EXPECT_EQ(titles.at(0), "{4E5A3D3C-E110-4DEF-A6CF-CB537A8C3BC0}");
             const bool lifted = window != nullptr || &channel != &files();
             ASSERT_EQ(foreground.count() - before, lifted ? 1U : 0U);
-            if (lifted) EXPECT_EQ(std::get<0>(foreground.calls().back()), window);
+            if (lifted) {
+                EXPECT_EQ(std::get<0>(foreground.calls().back()), window);
+            }
         }
     });
 }
