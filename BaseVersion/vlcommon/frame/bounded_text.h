@@ -26,7 +26,7 @@ inline void copy_bounded(char* buffer, size_t size, const char* text) {
 // A buffer without a terminator stays as it is.
 inline void append_bounded(char* buffer, size_t size, const char* text) {
     const size_t used = bounded_length(buffer, size);
-    if (used < size) copy_bounded(buffer + used, size - used, text);
+    copy_bounded(buffer + used, size - used, text);
 }
 
 __attribute__((format(printf, 3, 4))) inline void format_bounded(char* buffer, size_t size,

@@ -17,7 +17,7 @@ public:
     explicit Unique(value held) : held_(held) {}
     Unique(Unique&& other) noexcept : held_(other.release()) {}
     Unique& operator=(Unique&& other) noexcept {
-        if (this != &other) reset(other.release());
+        reset(other.release());  // onto itself: it is empty by then and takes it back
         return *this;
     }
     Unique(const Unique&) = delete;
