@@ -20,9 +20,10 @@ namespace {
 
 // What says "failed" in a function's result.
 enum class Failure {
-    kZero,     // FALSE, null, no handle, no count, or nothing at all
-    kHresult,  // a negative number: 0 is success
-    kCode,     // an error code: 0 is success
+    kZero,      // FALSE, null, no handle, no count
+    kHresult,   // a negative number: 0 is success
+    kCode,      // an error code: 0 is success
+    kNoResult,  // void
 };
 
 struct Function {
@@ -36,13 +37,20 @@ constexpr Function kFunctions[] = {
     {"advapi32.dll", "RegCloseKey",          Failure::kCode},
     {"advapi32.dll", "RegOpenKeyExA",        Failure::kCode},
     {"advapi32.dll", "RegQueryValueExA",     Failure::kCode},
+    {"ole32.dll",    "CoCreateInstance",     Failure::kHresult},
+    {"ole32.dll",    "CoInitialize",         Failure::kHresult},
     {"ole32.dll",    "CoTaskMemAlloc",       Failure::kZero},
-    {"ole32.dll",    "CoTaskMemFree",        Failure::kZero},
+    {"ole32.dll",    "CoTaskMemFree",        Failure::kNoResult},
+    {"ole32.dll",    "CoUninitialize",       Failure::kNoResult},
     {"shell32.dll",  "SHGetFolderPathA",     Failure::kHresult},
     {"shell32.dll",  "ShellExecuteA",        Failure::kZero},
     {"user32.dll",   "FindWindowA",          Failure::kZero},
     {"user32.dll",   "GetWindowLongPtrA",    Failure::kZero},
     {"user32.dll",   "IsWindow",             Failure::kZero},
+    {"user32.dll",   "LoadStringA",          Failure::kZero},
+    {"user32.dll",   "LoadStringW",          Failure::kZero},
+    {"user32.dll",   "MessageBoxA",          Failure::kZero},
+    {"user32.dll",   "MessageBoxW",          Failure::kZero},
     {"user32.dll",   "PostMessageA",         Failure::kZero},
     {"user32.dll",   "SetForegroundWindow",  Failure::kZero},
     {"user32.dll",   "SetWindowLongPtrA",    Failure::kZero},
@@ -89,6 +97,8 @@ bool says_failed(LRESULT answer, Failure failure) {
             return static_cast<HRESULT>(answer) < 0;
         case Failure::kCode:
             return static_cast<int>(answer) > 0;
+        case Failure::kNoResult:
+            return true;
         default:
             return answer == 0;
     }

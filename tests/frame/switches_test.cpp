@@ -149,7 +149,9 @@ TEST_F(Switch, SerialDevicesCompareEachReadOfTheEditionAnew) {
         support::CallPatch reading("Btsdk_GetPrivateProfileInt", Btsdk_GetPrivateProfileInt);
         reading.answer([&](const char*, const char* key, int32_t fallback, const char*) {
             const size_t nth = reading.count();
-            if (std::string(key) == "VlCustomVersion") return row.editions.at(nth - 1);
+            if (std::string(key) == "VlCustomVersion") {
+                return nth <= row.editions.size() ? row.editions[nth - 1] : 99U;
+            }
             EXPECT_EQ(fallback, row.fallback);
             return static_cast<uint32_t>(fallback);
         });

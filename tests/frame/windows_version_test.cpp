@@ -2,6 +2,8 @@
 #include "vlcm/settings.h"
 
 #include "support/call_patch.h"
+#include "support/child_process.h"
+#include "support/role.h"
 #include "support/suite_test.h"
 #include "support/trace_log.h"
 
@@ -67,4 +69,16 @@ TEST_F(WindowsVersion, IsAskedAtEachCallWithoutAScope) {
 TEST_F(WindowsVersion, X64PlatformIsTheBuild) {
     EXPECT_EQ(VlCm_IsX64Platform(), TRUE);
     EXPECT_EQ(query_.count(), 0u);
+}
+
+TEST_ROLE(is_vista_or_later) { return VlCm_IsWindowsVistaAbove(); }
+
+TEST(RealWindowsVersion, IsWhatWindowsTellsThisProgram) {
+    const struct {
+        const char* label;
+        DWORD expected;
+    } rows[] = {{"winxp64", FALSE}, {"vista", TRUE}, {"win7", TRUE}, {"win10", TRUE}};
+    support::for_each_row(rows, [](const auto& row) {
+        EXPECT_EQ(support::run_role_under_version("is_vista_or_later", row.label).exit_code, row.expected);
+    });
 }

@@ -59,6 +59,10 @@ protected:
     // The system folder holds no probe: the one beside the program stands in for it.
     HMODULE load(const std::string& path) {
         paths_.push_back(path);
+        // A load may use every register that a callee need not keep.
+        asm volatile(
+            "xorps %%xmm0, %%xmm0\n xorps %%xmm1, %%xmm1\n xorps %%xmm2, %%xmm2\n xorps %%xmm3, %%xmm3" ::
+                : "xmm0", "xmm1", "xmm2", "xmm3");
         if (!ends_with(path, "\\delay_probe.dll") && !ends_with(path, "\\race_probe.dll")) return nullptr;
         return loading_.real("frame_probe.dll", nullptr, 0);
     }
@@ -91,6 +95,10 @@ TEST_F(DelayLoad, TheFirstCallKeepsIntegerAndFloatArguments) {
     EXPECT_EQ(probe_mix(0.5, 2, 0.25F, 4, 0.125), 0.5 + 20 + 25 + 4000 + 1250);
     EXPECT_EQ(probe_mix(1.5, 3, 0.5F, 5, 0.25), 1.5 + 30 + 50 + 5000 + 2500);
     EXPECT_EQ(looking_up_.count(), 1u);
+}
+
+TEST_F(DelayLoad, TheFirstCallKeepsFloatsInTheOtherPlacesToo) {
+    EXPECT_EQ(probe_turned(1, 0.5, 3, 0.25F), 1 + 5 + 300 + 250);
 }
 
 TEST_F(DelayLoad, ADllIsLoadedOnceAndAFunctionLookedUpOnce) {

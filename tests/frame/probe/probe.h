@@ -7,6 +7,7 @@
 
 extern "C" {
 PROBE_API double probe_mix(double a, int b, float c, long long d, double e);
+PROBE_API double probe_turned(int a, double b, long long c, float d);
 PROBE_API int probe_add(int a, int b);
 PROBE_API unsigned long probe_last_error();
 PROBE_API int race_probe_add(int a, int b);
