@@ -18,7 +18,7 @@ void append_class_name(const LanguageLibrary& texts, uint16_t service_class, cha
 void append_device_name(const LanguageLibrary& texts, BtHandle device, char (&name)[272]) {
     char device_name[256] = {};
     uint32_t length = sizeof device_name;
-    Btsdk_GetRemoteDeviceName(device, device_name, &length);
+    if (Btsdk_GetRemoteDeviceName(device, device_name, &length) != 0) device_name[0] = 0;
     device_name[sizeof device_name - 1] = 0;
     if (device_name[0] == 0) texts.load(kNamelessDeviceId, device_name, kTextLimit);
     append_bounded(name, sizeof name, device_name);

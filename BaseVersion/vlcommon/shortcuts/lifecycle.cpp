@@ -45,7 +45,7 @@ uint32_t create(BtHandle device, BtHandle service, BtHandle* made) {
     uint8_t address[6] = {};
     if (const uint32_t result = Btsdk_GetRemoteDeviceAddress(device, address)) return result;
     ShortcutProperty record = new_shortcut(device, service, attributes);
-    if (Btsdk_GetRemoteDeviceClass(device, &record.deviceClass) != 0) record.deviceClass = 0;
+    Btsdk_GetRemoteDeviceClass(device, &record.deviceClass);  // its answer is not looked at
     compose_name(record, address);
     if (const uint32_t result = Btsdk_CreateShortCutEx(&record)) return result;
     if (is_pan(record.serviceClass)) delete_other_pan_shortcuts(device, record.serviceClass);
