@@ -130,7 +130,7 @@ uint32_t remote_device_name(const uint8_t* address, char* buffer, uint32_t size)
     Name<char> name = {};
     if (const BtHandle device = Btsdk_GetRemoteDeviceHandle(address)) {
         uint32_t length = sizeof name;
-        Btsdk_GetRemoteDeviceName(device, name, &length);
+        if (Btsdk_GetRemoteDeviceName(device, name, &length) != 0) name[0] = 0;
         name[sizeof name - 1] = 0;
     }
     if (name[0] == 0) {

@@ -67,11 +67,12 @@ bool is_shown_remote_service(uint16_t service_class) {
     return service_class == kHandsFreeGateway && kind == kAsHeadset && VlCm_IsMobileActive();
 }
 
-// A record that cannot be read has class 0, which is not shown.
+// The record alone tells: one that was not filled has class 0, which is not shown.
 template <typename Query>
 uint16_t class_from(Query query, BtHandle handle) {
     ServerAttributes attributes{};
-    return query(handle, &attributes) == 0 ? attributes.serviceClass : uint16_t{0};
+    query(handle, &attributes);
+    return attributes.serviceClass;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // What the plain and the wide form of a rule do differently: one overload each.
 #pragma once
 
+#include <limits.h>
 #include <stdarg.h>
 #include <stddef.h>
 #include <stdio.h>
@@ -13,12 +14,15 @@ namespace vl::text {
 inline size_t length_of(const char* text) { return strlen(text); }
 inline size_t length_of(const wchar_t* text) { return wcslen(text); }
 
+// Windows takes a signed size, and a negative one not alike in both forms.
+inline int resource_size(size_t size) { return size < INT_MAX ? static_cast<int>(size) : INT_MAX; }
+
 // Loads at most `size` characters, terminator included; a text that is missing leaves the buffer.
 inline void load_string(HMODULE library, UINT id, char* buffer, size_t size) {
-    LoadStringA(library, id, buffer, static_cast<int>(size));
+    LoadStringA(library, id, buffer, resource_size(size));
 }
 inline void load_string(HMODULE library, UINT id, wchar_t* buffer, size_t size) {
-    LoadStringW(library, id, buffer, static_cast<int>(size));
+    LoadStringW(library, id, buffer, resource_size(size));
 }
 
 inline int show_message(HWND owner, const char* message, const char* caption, UINT type) {

@@ -32,13 +32,13 @@ VLCM_API uint32_t VlCm_GetLocSvcDisplayName(uint32_t server, _Out_writes_opt_(si
 
 /**
  * The name under which a local service is shown: its class name; a serial port adds its COM port in
- * parentheses, or, when it was made on demand, takes the name that the common settings file gives to its port
- *; UTF-16 form.
+ * parentheses, or, when it was made on demand, takes the name that the common settings file gives to its
+ * port; UTF-16 form.
  *
  * @param[in]  server  server handle; 0 gives 772
  * @param[out] buffer  receives the name; null gives 772; untouched unless the result is 0
  * @param[in]  size    room at @p buffer in characters, terminator included; 0 passes for the largest size:
- * the whole name is copied, so never give it
+ *                     the whole name is copied, so never give it
  *
  * @retval 0    success
  * @retval 770  the language resource library cannot be loaded
@@ -74,7 +74,7 @@ VLCM_API uint32_t VlCm_GetRmtSvcDisplayName(uint32_t shortcut, _Out_writes_opt_(
  * @param[in]  shortcut  shortcut handle; 0 gives 772
  * @param[out] buffer    receives the name; null gives 772; untouched unless the result is 0
  * @param[in]  size      room at @p buffer in characters, terminator included; 0 passes for the largest size:
- * the whole name is copied, so never give it
+ *                     the whole name is copied, so never give it
  *
  * @retval 0    success
  * @retval 770  the language resource library cannot be loaded
