@@ -112,9 +112,9 @@ void* on_calloc(size_t n, size_t m) {
 }
 void* on_realloc(void* old, size_t n) {
     if (refuse()) return nullptr;
+    const auto address = reinterpret_cast<uintptr_t>(old);  // the pointer is void after the call
     void* moved = realloc(old, n);
-    // NOLINTNEXTLINE(clang-analyzer-unix.Malloc): only the address is looked up
-    if (moved != nullptr || n == 0) forget_heap(old);
+    if (moved != nullptr || n == 0) forget_heap(reinterpret_cast<const void*>(address));
     return note_bytes(moved, kHeapBlock, n);
 }
 char* on_strdup(const char* text) {
