@@ -8,10 +8,12 @@ endfunction()
 # add_suite_test_entry(ENTRY program): another ctest entry of a test program, to run it once more in
 # another environment.
 # Kernel objects, windows and settings files are shared inside the Wine prefix: one test at a time.
+# English, whatever the developer's own language: the libraries' texts follow that of Windows.
 # A program that dies half-way may answer 0 under Wine: only its last line says that it passed.
 function(add_suite_test_entry entry program)
   add_test(NAME ${entry} COMMAND ${program} WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
   set_tests_properties(${entry} PROPERTIES RESOURCE_LOCK wine_prefix TIMEOUT 600
+    ENVIRONMENT LC_ALL=C.UTF-8
     PASS_REGULAR_EXPRESSION "All tests of this program passed\\."
     FAIL_REGULAR_EXPRESSION "wine: Unhandled")
 endfunction()
