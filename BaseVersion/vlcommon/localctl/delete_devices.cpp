@@ -56,7 +56,7 @@ void refuse(HWND owner, const LanguageLibrary& texts, BtHandle device) {
     wchar_t caption[kWideSize] = {};
     wchar_t pattern[kWideSize] = {};
     wchar_t wide_name[kWideSize] = {};
-    wchar_t message[2 * kWideSize] = {};
+    wchar_t message[kWideSize] = {};
     load_wide<Char, 100>(texts, kRefusalCaptionId, caption);
     load_wide<Char, 200>(texts, kRefusalId, pattern);
     text::utf8_to_wide(wide_name, kWideSize, name);
