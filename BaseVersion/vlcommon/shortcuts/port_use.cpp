@@ -35,10 +35,12 @@ bool used_by_shortcut(int port) {
     return false;
 }
 
-// The number behind "COM": decimal digits alone, 0 without any.
+// The number behind "COM": decimal digits alone, 0 without any. Nothing behind the text's end is looked at.
 int64_t number_of_port_name(const char (&name)[kPortNameSize]) {
+    constexpr size_t kPrefixLength = 3;
+    if (bounded_length(name, kPrefixLength) < kPrefixLength) return 0;
     int64_t number = 0;
-    for (size_t i = 3; i < kPortNameSize && name[i] >= '0' && name[i] <= '9'; ++i) {
+    for (size_t i = kPrefixLength; i < kPortNameSize && name[i] >= '0' && name[i] <= '9'; ++i) {
         number = number * 10 + (name[i] - '0');
     }
     return number;
