@@ -4,6 +4,7 @@
 #include <oleauto.h>
 #include <stdlib.h>
 #include <string.h>
+#include <algorithm>
 
 #include <map>
 
@@ -110,22 +111,24 @@ void* on_malloc(size_t n) { return refuse() ? nullptr : note_bytes(malloc(n), kH
 void* on_calloc(size_t n, size_t m) {
     return refuse() ? nullptr : note_bytes(calloc(n, m), kHeapBlock, n * m);
 }
+void on_free(void* block) {
+    forget_heap(block);
+    free(block);
+}
+// By hand: once realloc has moved a block, not even its old address may be looked up.
 void* on_realloc(void* old, size_t n) {
-    if (refuse()) return nullptr;
-    const auto address = reinterpret_cast<uintptr_t>(old);  // the pointer is void after the call
-    void* moved = realloc(old, n);
-    if (moved != nullptr || n == 0) forget_heap(reinterpret_cast<const void*>(address));
-    return note_bytes(moved, kHeapBlock, n);
+    if (old != nullptr && n == 0) return on_free(old), nullptr;
+    void* moved = on_malloc(n);
+    if (moved == nullptr || old == nullptr) return moved;
+    memcpy(moved, old, std::min(n, _msize(old)));
+    on_free(old);
+    return moved;
 }
 char* on_strdup(const char* text) {
     return refuse() ? nullptr : note_bytes(_strdup(text), kHeapBlock, strlen(text) + 1);
 }
 wchar_t* on_wcsdup(const wchar_t* text) {
     return refuse() ? nullptr : note_bytes(_wcsdup(text), kHeapBlock, 2 * wcslen(text) + 2);
-}
-void on_free(void* block) {
-    forget_heap(block);
-    free(block);
 }
 void* WINAPI on_heap_alloc(HANDLE heap, DWORD flags, SIZE_T n) {
     return refuse() ? nullptr : note_bytes(HeapAlloc(heap, flags, n), kHeapBlock, n);
