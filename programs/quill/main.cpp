@@ -1,6 +1,7 @@
 // "Veltrin Quill.exe": the send tool. Without arguments it waits hidden until WM_QUIT is posted to its
 // window. "Veltrin Quill.exe WAY DEVICE FILE..." sends files and ends; WAY is push, ftp or print, DEVICE
 // the device handle. Exit code 0: all were handed over; 2: wrong arguments; 3: not all.
+#include "hand_over.h"
 #include "hidden_window.h"
 #include "protocol.h"
 #include "send_list.h"
@@ -19,20 +20,6 @@ std::vector<std::wstring> arguments() {
     std::vector<std::wstring> result(words + (count > 0 ? 1 : 0), words + count);
     LocalFree(words);
     return result;
-}
-
-// The receiver marks a list as taken before it copies it: the section may outlive the hand-off by that
-// moment, and the next one is refused until then.
-uint32_t hand_over(const VlSendRecord* list, uint32_t device) {
-    constexpr int kTries = 100;
-    constexpr DWORD kPause_ms = 20;
-    uint32_t status = VLCM_RESOURCE_FAILURE;
-    for (int tries = 0; tries < kTries; ++tries) {
-        status = VlCm_SendFilestoBtDevice(list, device, 0, 0);
-        if (status != VLCM_RESOURCE_FAILURE) break;
-        Sleep(kPause_ms);
-    }
-    return status;
 }
 
 // Under this program's file name the library sends the first record of a list only: each hand-off gets

@@ -3,6 +3,7 @@
 #include "VlSDK.h"
 #include "event_log.h"
 #include "frame/unique.h"
+#include "hand_over.h"
 #include "protocol.h"
 #include "text.h"
 
@@ -44,14 +45,11 @@ int install_here() {
 }
 
 int start_agent() {
-    VlCm_StartVltrayProc();
-    const HWND window = agent_window();
-    if (!window) {
+    const DWORD process = run_agent();
+    if (process == 0) {
         fprintf(stderr, "the tray agent did not start\n");
         return 1;
     }
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
     printf("tray agent runs, process %lu\n", process);
     return 0;
 }

@@ -2,27 +2,18 @@
 // differs or failed; 2: unknown device; another: wrong arguments.
 #include "VlSim.h"
 #include "agent.h"
+#include "arguments.h"
+#include "devices.h"
 #include "neighbourhood.h"
 #include "send.h"
 #include "text.h"
 
-#include <shellapi.h>
 #include <stdio.h>
 #include <CLI/CLI.hpp>
 
 using namespace programs;
 
 namespace {
-
-// Arguments as UTF-8, last first, as the parser takes them: the runtime's own are in the ANSI code page.
-std::vector<std::string> arguments() {
-    int count = 0;
-    wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
-    std::vector<std::string> result;
-    for (int i = count - 1; i > 0; --i) result.push_back(utf8(words[i]));
-    LocalFree(words);
-    return result;
-}
 
 struct SendOptions {
     std::string address;
@@ -90,7 +81,7 @@ int run() {
     SendOptions options;
     add_send(&app, &options, &result);
     try {
-        app.parse(arguments());
+        app.parse(arguments_last_first());
     } catch (const CLI::ParseError& error) {
         return app.exit(error);
     }
