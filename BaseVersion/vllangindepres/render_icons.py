@@ -1,7 +1,8 @@
 #!/usr/bin/python3 -B
 """render_icons.py FOLDER: makes FOLDER/ID.ico of every icon, and FOLDER/icons.rc that lists them.
 
-Icons that are there and look as before are left alone: beside each lies the image it was made from."""
+Icons that are there and look as before are left alone: beside each lies the image it was made from.
+A newer version of this script makes them all again."""
 import os
 import subprocess
 import sys
@@ -20,19 +21,25 @@ def render(image, size, png):
     return png
 
 
+def is_made(target, source, image):
+    if not target.exists() or target.stat().st_mtime <= Path(__file__).stat().st_mtime:
+        return False
+    return source.exists() and source.read_text(encoding="utf-8") == image
+
+
 def make(icon, folder):
     target, source = folder / f"{icon.identifier}.ico", folder / f"{icon.identifier}.svg"
     image = icon.image()
-    if target.exists() and source.exists() and source.read_text(encoding="utf-8") == image:
+    if is_made(target, source, image):
         return
     target.unlink(missing_ok=True)
     source.write_text(image, encoding="utf-8")
-    with tempfile.TemporaryDirectory() as work:
+    with tempfile.TemporaryDirectory(dir=folder) as work:
         small = [render(source, size, f"{work}/{size}.png") for size in SIZES]
         large = render(source, LARGE, f"{work}/{LARGE}.png")
         made = f"{work}/made.ico"
         subprocess.run(["icotool", "--create", "--output", made, *small, f"--raw={large}"], check=True)
-        target.write_bytes(Path(made).read_bytes())
+        os.replace(made, target)
 
 
 def main():
