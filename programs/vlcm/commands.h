@@ -1,0 +1,44 @@
+// The sub-commands: each asks for facts and prints them for people.
+#pragma once
+
+#include "answer.h"
+
+#include <string>
+#include <vector>
+
+namespace programs {
+
+// Adapter, local services and devices with services and shortcuts. Hidden items are left out unless `all`.
+[[nodiscard]] Answer ask_show(bool all);
+void print_show(const Json& facts);
+
+// Everything about one device, hidden items included.
+[[nodiscard]] Answer ask_device(const std::string& address_or_name);
+void print_device(const Json& facts);
+
+// The COM ports that are taken, by whom, and the next free one. kNo: none is free.
+[[nodiscard]] Answer ask_ports();
+void print_ports(const Json& facts);
+
+// The service and device classes that the library knows.
+[[nodiscard]] Answer ask_catalogue();
+void print_catalogue(const Json& facts);
+
+// What to use for a device's audio and network. kNo: nothing for either.
+[[nodiscard]] Answer ask_connectable(const std::string& address_or_name);
+void print_connectable(const Json& facts);
+
+struct Sending {
+    std::string device;
+    std::vector<std::string> files;
+    std::string way;
+};
+// Hands files to the tray agent, one at a time. kNo: not all were handed over.
+[[nodiscard]] Answer ask_send(const Sending& sending);
+void print_send(const Json& facts);
+
+// Paths and switches, with the keys that they come from.
+[[nodiscard]] Answer ask_settings();
+void print_settings(const Json& facts);
+
+}  // namespace programs

@@ -1,0 +1,135 @@
+// vlcm.exe: the Bluetooth neighbourhood on the command line, as VlCommon.dll tells it.
+#include "arguments.h"
+#include "commands.h"
+
+#include <windows.h>
+
+#include <stdio.h>
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+
+using namespace programs;
+
+namespace {
+
+constexpr char kFooter[] = R"(
+Examples:
+  vlcm show
+  vlcm show --all --json
+  vlcm device A4:C1:38:2D:5E:01
+  vlcm connectable "Lena's phone"
+  vlcm send "Lena's phone" letter.txt photo.jpg --via ftp
+
+Exit codes:
+  0  the answer is yes, or everything was found and done
+  1  the answer is no: no such device or file, no free port, nothing to connect,
+     not all files handed over
+  2  wrong usage
+
+Output is UTF-8. ADDRESS is an address as "vlcm show" tells it, or a device's name.)";
+
+struct Options {
+    bool json = false;
+    bool all = false;
+    std::string address;
+    Sending sending;
+};
+
+using Ask = std::function<Answer(const Options&)>;
+using Print = void (*)(const Json&);
+
+ExitCode answer(const Options& options, const Ask& ask, Print print) {
+    const Answer given = ask(options);
+    if (options.json) {
+        printf("%s\n", given.facts.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
+    } else {
+        print(given.facts);
+    }
+    return given.exit_code;
+}
+
+class CommandLine {
+public:
+    CommandLine() {
+        app_.require_subcommand(1);
+        app_.footer(kFooter);
+        add_neighbourhood();
+        add_device_queries();
+        add_send();
+    }
+
+    int run() {
+        try {
+            app_.parse(arguments_last_first());
+        } catch (const CLI::ParseError& error) {
+            return app_.exit(error) == 0 ? kYes : kUsage;
+        }
+        return result_;
+    }
+
+private:
+    CLI::App* add(const char* name, const char* text, const Ask& ask, Print print) {
+        CLI::App* command = app_.add_subcommand(name, text);
+        command->add_flag("--json", options_.json, "Answer as JSON");
+        command->callback([this, ask, print] { result_ = answer(options_, ask, print); });
+        return command;
+    }
+    void add_neighbourhood() {
+        add(
+            "show", "Adapter, services, devices and shortcuts, as the user interface shows them",
+            [](const Options& given) { return ask_show(given.all); }, print_show)
+            ->add_flag("--all", options_.all, "Hidden ones too");
+        add(
+            "ports", "COM ports: which are taken, by whom, and the next free one",
+            [](const Options&) { return ask_ports(); }, print_ports);
+        add(
+            "catalogue", "Service and device classes that the library knows",
+            [](const Options&) { return ask_catalogue(); }, print_catalogue);
+        add(
+            "settings", "Every path and every switch, with the key that it comes from",
+            [](const Options&) { return ask_settings(); }, print_settings);
+    }
+    void add_device_queries() {
+        add_address(add(
+            "device", "Everything about one device",
+            [](const Options& given) { return ask_device(given.address); }, print_device));
+        add_address(add(
+            "connectable",
+            "Which shortcut a device's audio and network use, and whether A2DP is forbidden. A "
+            "device that asks for it gets shortcuts for its services",
+            [](const Options& given) { return ask_connectable(given.address); }, print_connectable));
+    }
+    void add_address(CLI::App* command) {
+        command->add_option("ADDRESS", options_.address, "Address or name of the device")->required();
+    }
+    void add_send() {
+        Sending& sending = options_.sending;
+        sending.way = "push";
+        CLI::App* command = add(
+            "send", "Hand files to the tray agent, which sends them",
+            [](const Options& given) { return ask_send(given.sending); }, print_send);
+        command->add_option("ADDRESS", sending.device, "Address or name of the device")->required();
+        command->add_option("FILE", sending.files, "Files to send")->required();
+        command->add_option("--via", sending.way, "How")
+            ->check(CLI::IsMember({"push", "ftp", "print"}))
+            ->capture_default_str();
+    }
+
+    CLI::App app_{"The Bluetooth neighbourhood, as VlCommon.dll tells it", "vlcm"};
+    Options options_;
+    int result_ = kYes;
+};
+
+}  // namespace
+
+int main() {
+    SetConsoleOutputCP(CP_UTF8);
+    try {
+        return CommandLine().run();
+    } catch (const std::exception& error) {
+        fprintf(stderr, "vlcm: %s\n", error.what());
+        return kNo;
+    }
+}
