@@ -23,6 +23,7 @@ make_prefix
 export VLSIM_HOME="Z:${home//\//\\}"
 
 vldemo() { run_wine vldemo.exe "$@"; }
+vlcm() { run_wine vlcm.exe "$@"; }
 end_agent() { vldemo stop || true; }
 
 say "cleaning the simulated neighbourhood"
@@ -36,8 +37,8 @@ trap end_agent EXIT
 say "starting the tray agent"
 vldemo start
 
-say "the neighbourhood"
-vldemo neighbourhood
+say "the neighbourhood before"
+vlcm show
 
 result=0
 if [ ${#files[@]} -gt 0 ]; then
@@ -52,6 +53,9 @@ else
     say "one file to $phone by file transfer"
     vldemo send "$phone" "$text" --via ftp || result=1
 fi
+
+say "the neighbourhood after"
+vlcm show || result=1
 
 say "closing the tray agent"
 trap - EXIT
