@@ -16,20 +16,20 @@ using Classes = std::vector<unsigned short>;
 struct ShortcutRow {
     const char* label;
     unsigned short service_class;
+    BtHandle read;  // 0: no record
     std::map<unsigned short, BtHandle> defaults;
     Classes asked;
-    BtHandle read;  // 0: no record
 };
 const ShortcutRow kShortcuts[] = {
-    {"another class", kObjectPush, {{kObjectPush, 201}}, {kObjectPush}, 201},
-    {"another class without one", kObjectPush, {{kHandsFree, 204}, {kHeadsetClass, 205}}, {kObjectPush}, 0},
-    {"hands-free", kHandsFree, {{kHandsFree, 204}, {kHeadsetClass, 205}}, {kHandsFree}, 204},
-    {"headset", kHeadsetClass, {{kHandsFree, 204}, {kHeadsetClass, 205}}, {kHeadsetClass}, 205},
-    {"headset for hands-free", kHandsFree, {{kHeadsetClass, 205}}, {kHandsFree, kHeadsetClass}, 205},
-    {"hands-free for headset", kHeadsetClass, {{kHandsFree, 204}}, {kHeadsetClass, kHandsFree}, 204},
-    {"neither for hands-free", kHandsFree, {}, {kHandsFree, kHeadsetClass}, 0},
-    {"neither for headset", kHeadsetClass, {}, {kHeadsetClass, kHandsFree}, 0},
-    {"class 0", 0, {{kHandsFree, 204}}, {0}, 0},
+    {"another class", kObjectPush, 201, {{kObjectPush, 201}}, {kObjectPush}},
+    {"another class without one", kObjectPush, 0, {{kHandsFree, 204}, {kHeadsetClass, 205}}, {kObjectPush}},
+    {"hands-free", kHandsFree, 204, {{kHandsFree, 204}, {kHeadsetClass, 205}}, {kHandsFree}},
+    {"headset", kHeadsetClass, 205, {{kHandsFree, 204}, {kHeadsetClass, 205}}, {kHeadsetClass}},
+    {"headset for hands-free", kHandsFree, 205, {{kHeadsetClass, 205}}, {kHandsFree, kHeadsetClass}},
+    {"hands-free for headset", kHeadsetClass, 204, {{kHandsFree, 204}}, {kHeadsetClass, kHandsFree}},
+    {"neither for hands-free", kHandsFree, 0, {}, {kHandsFree, kHeadsetClass}},
+    {"neither for headset", kHeadsetClass, 0, {}, {kHeadsetClass, kHandsFree}},
+    {"class 0", 0, 0, {{kHandsFree, 204}}, {0}},
 };
 
 struct RecordRow {
