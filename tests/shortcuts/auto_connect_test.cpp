@@ -3,8 +3,6 @@
 #include "scene.h"
 #include "support/call_patch.h"
 
-#include <string.h>
-
 namespace {
 
 using scene::Lines;
@@ -93,7 +91,7 @@ TEST_F(DefaultConnection, TakesTheAddressWhateverTheAnswer) {
     connect_at_start("01:02:03:04:05:AF", "My port");
     CallPatch address("Btsdk_GetRemoteDeviceAddress", Btsdk_GetRemoteDeviceAddress);
     address.answer([](BtHandle, uint8_t* bytes) {
-        memcpy(bytes, "\x01\x02\x03\x04\x05\xAF", 6);
+        for (const int byte : {1, 2, 3, 4, 5, 0xAF}) *bytes++ = static_cast<uint8_t>(byte);
         return scene::kStackCode;
     });
     scene::forget_calls();

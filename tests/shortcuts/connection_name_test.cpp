@@ -79,7 +79,7 @@ TEST_F(AppConnName, OfADeviceWhoseNameCannotBeReadHasTheTextForIt) {
     EXPECT_EQ(name_of(), expected);
     CallPatch name("Btsdk_GetRemoteDeviceName", Btsdk_GetRemoteDeviceName);
     name.answer([](BtHandle, char* text, uint32_t*) {
-        strcpy(text, "left over");
+        memcpy(text, "left over", sizeof "left over");
         return scene::kStackCode;
     });
     EXPECT_EQ(name_of(), expected);

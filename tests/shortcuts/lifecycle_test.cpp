@@ -66,8 +66,8 @@ TEST_F(CreateShortCut, HandsOverTheStatedFieldsAndNothingElse) {
     expected.stackFlag = 1;
     expected.serviceClass = 0x1101;
     expected.mask = 13;
-    strcpy(expected.name, "66:55:44:33:22:11 1101 Serial Port");
-    strcpy(expected.serviceName, "Serial Port");
+    std::string("66:55:44:33:22:11 1101 Serial Port").copy(expected.name, sizeof expected.name);
+    std::string("Serial Port").copy(expected.serviceName, sizeof expected.serviceName);
     expected.deviceClass = 0x5A020C;
     EXPECT_EQ(memcmp(&made_, &expected, 288), 0) << name();
     EXPECT_NE(made, 0U);
