@@ -198,7 +198,7 @@ TEST_F(Hook, GivesWayToAFault) {
 
 TEST_F(Hook, KeepsTheRubbishAboveAYesNoAnswer) {
     VlSim_Hook("Btsdk_IsBluetoothReady", reinterpret_cast<void*>(+[]() -> uint8_t { return 1; }));
-    EXPECT_GT(reinterpret_cast<uint64_t (*)()>(Btsdk_IsBluetoothReady)(), 0xFFu);
+    EXPECT_GT(reinterpret_cast<uint64_t (*)()>(reinterpret_cast<void*>(Btsdk_IsBluetoothReady))(), 0xFFu);
 }
 
 }  // namespace

@@ -8,7 +8,9 @@ namespace {
 
 class Stack : public StackTest {};
 
-uint64_t whole_register() { return reinterpret_cast<uint64_t (*)()>(Btsdk_IsBluetoothReady)(); }
+uint64_t whole_register() {
+    return reinterpret_cast<uint64_t (*)()>(reinterpret_cast<void*>(Btsdk_IsBluetoothReady))();
+}
 
 TEST_F(Stack, ReadinessIsOneByteWithRubbishAboveIt) {
     EXPECT_EQ(Btsdk_IsBluetoothReady(), 1);
