@@ -92,7 +92,7 @@ Lines section_reads() {
 
 TYPED_TEST(ServiceName, NeedsAHandleAndABuffer) {
     const LanguageLibraryUse library;
-    for (const auto result : {this->outcome(this->local(0)), this->outcome(this->remote(0))}) {
+    for (const auto& result : {this->outcome(this->local(0)), this->outcome(this->remote(0))}) {
         EXPECT_EQ(result.result, 772u);
         EXPECT_TRUE(result.untouched);
     }
@@ -122,7 +122,7 @@ TYPED_TEST(ServiceName, HandsOnTheStacksCodeBeforeAnythingIsLoaded) {
 TYPED_TEST(ServiceName, NeedsTheLanguageLibraryOnceTheServiceIsRead) {
     LanguageLibraryUse library;
     library.fail();
-    for (const auto result :
+    for (const auto& result :
          {this->outcome(this->local(kSerialServer)), this->outcome(this->remote(kSerialShortcut))}) {
         EXPECT_EQ(result.result, 770u);
         EXPECT_TRUE(result.untouched);

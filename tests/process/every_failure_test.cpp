@@ -63,7 +63,9 @@ protected:
         common_setting("General", "VlCustomVersion", std::to_string(path.edition));
         calls.find_windows(path.with_windows);
         path.run();
-        if (calls.worker() != nullptr) EXPECT_TRUE(calls.worker_ended());
+        if (calls.worker() != nullptr) {
+            EXPECT_TRUE(calls.worker_ended());
+        }
         if (path.run == manager) calls.close_handles();  // left open by the function, as required
     }
     void expect_nothing_left(const std::string& what) {

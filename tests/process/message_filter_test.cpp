@@ -40,7 +40,7 @@ protected:
         });
         functions_.answer([this](HMODULE module, const char* name) {
             g_asked.push_back(module_name(module) + " " + name);
-            return missing_ ? nullptr : reinterpret_cast<FARPROC>(change_filter);
+            return missing_ ? nullptr : reinterpret_cast<FARPROC>(reinterpret_cast<void*>(change_filter));
         });
     }
     static Lines asked() {

@@ -59,7 +59,9 @@ protected:
         answer.result = VlCm_FindModemNameByComPort(port, buffer.as(), &answer.size);
         const size_t written = answer.result ? answer.size : 0;
         if (written != 0) answer.name.assign(buffer.as(), written - 1);
-        if (written != 0) EXPECT_EQ(buffer.as()[written - 1], 0);
+        if (written != 0) {
+            EXPECT_EQ(buffer.as()[written - 1], 0);
+        }
         EXPECT_TRUE(buffer.untouched_from(written));
         return answer;
     }

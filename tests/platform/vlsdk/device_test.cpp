@@ -77,7 +77,7 @@ TEST_F(Device, NameLengthIsWrittenInItsLowHalfAlone) {
 
 // The exported function as a caller sees it that reads the whole register.
 uint64_t whole_register(BtHandle device) {
-    return reinterpret_cast<uint64_t (*)(BtHandle)>(Btsdk_IsDeviceConnected)(device);
+    return reinterpret_cast<uint64_t (*)(BtHandle)>(reinterpret_cast<void*>(Btsdk_IsDeviceConnected))(device);
 }
 
 TEST_F(Device, ConnectedIsOneByteWithRubbishAboveIt) {
