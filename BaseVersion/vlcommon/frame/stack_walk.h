@@ -6,6 +6,9 @@
 
 namespace vl {
 
+// The role bits of a connection; which side each value stands for is the stack's.
+inline uint32_t role_of(const ConnectionProperty& connection) { return connection.roleAndFlags & 3; }
+
 // The item at which a walk stopped.
 template <typename Record>
 struct Found {

@@ -8,8 +8,6 @@
 
 namespace vl::shortcuts {
 
-inline constexpr uint32_t kRoleBits = 3;  // of a connection's first word
-
 inline constexpr uint16_t kHeadset = 0x1108;
 inline constexpr uint16_t kA2dpSource = 0x110A;
 inline constexpr uint16_t kA2dpSink = 0x110B;

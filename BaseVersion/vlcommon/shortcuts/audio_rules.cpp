@@ -89,7 +89,7 @@ bool other_audio_device_connected(BtHandle device) {
 
 bool audio_link_up() {
     const auto link = find_connection([](BtHandle /*connection*/, const ConnectionProperty& found) {
-        return is_forbidding(found.serviceClass, found.roleAndFlags & kRoleBits);
+        return is_forbidding(found.serviceClass, role_of(found));
     });
     return link.handle != 0;
 }
@@ -106,7 +106,7 @@ BtHandle link_of(const ShortcutProperty& record) {
     const uint16_t gateway = record.serviceClass == kHeadset ? kHeadsetGateway : kHandsFreeGateway;
     const BtHandle device = device_of(record);
     const auto link = find_connection([=](BtHandle /*connection*/, const ConnectionProperty& found) {
-        const uint32_t role = found.roleAndFlags & kRoleBits;
+        const uint32_t role = role_of(found);
         if (role == 1) return found.serviceClass == gateway;
         return role == 2 && device != 0 && found.device == device && found.serviceClass == kHeadset;
     });

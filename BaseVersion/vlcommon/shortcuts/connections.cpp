@@ -6,11 +6,9 @@
 namespace vl::shortcuts {
 namespace {
 
-constexpr uint32_t kRoleBits = 3;
-
 bool exists_with_role(uint16_t service_class, uint32_t mask) {
     const auto connection = find_connection([=](BtHandle /*connection*/, const ConnectionProperty& found) {
-        return found.serviceClass == service_class && (found.roleAndFlags & kRoleBits & mask) != 0;
+        return found.serviceClass == service_class && (role_of(found) & mask) != 0;
     });
     if (!connection.started) trace_line("Fail to Btsdk_StartEnumConnection\r\n");
     return connection.handle != 0;

@@ -25,9 +25,8 @@ uint32_t network_server_status() {
 }
 
 bool has_network_client() {
-    constexpr uint32_t kRoleBits = 3;
     const auto client = find_connection([](BtHandle /*connection*/, const ConnectionProperty& found) {
-        return (found.roleAndFlags & kRoleBits) == 2 && found.serviceClass == kPanUser;
+        return role_of(found) == 2 && found.serviceClass == kPanUser;
     });
     return client.handle != 0;
 }

@@ -8,7 +8,6 @@
 namespace vl::shortcuts {
 namespace {
 
-constexpr uint16_t kSerialPort = 0x1101;
 constexpr size_t kPortNameSize = 20;
 
 bool used_by_server(int port) {

@@ -7,6 +7,7 @@
 
 namespace vl::shortcuts {
 
+inline constexpr uint16_t kSerialPort = 0x1101;
 inline constexpr int kNoPort = -1;
 
 // Whether a port that was found is the wanted one; no port is nobody's.
@@ -19,11 +20,11 @@ struct SerialClass {
 
 // In the order in which the use of a port is looked for.
 inline constexpr SerialClass kSerialClasses[] = {
-    {0x1101, 5},  // serial port
-    {0x1103, 9},  // dial-up networking
-    {0x1126, 5},  // hard-copy print
-    {0x1127, 5},  // hard-copy scan
-    {0x1111, 9},  // fax
+    {kSerialPort, 5},  // serial port
+    {0x1103, 9},       // dial-up networking
+    {0x1126, 5},       // hard-copy print
+    {0x1127, 5},       // hard-copy scan
+    {0x1111, 9},       // fax
 };
 
 // The class's row; null when it is not of the serial type.

@@ -1,6 +1,7 @@
 // Serial-port shortcuts whose service the device no longer lists.
 #include "frame/frame.h"
 #include "frame/stack_walk.h"
+#include "serial_parameter.h"
 #include "vlcm/ports.h"
 #include "vlcm/shortcuts.h"
 
@@ -8,8 +9,6 @@
 
 namespace vl::shortcuts {
 namespace {
-
-constexpr uint16_t kSerialPort = 0x1101;
 
 // The shortcuts of the services that a device lists: the first 16, one for each service.
 class LiveShortcuts {
