@@ -23,6 +23,7 @@ inline FARPROC delay_answer_for(const char* dll, const char* function) {
     constexpr LRESULT kFail = static_cast<HRESULT>(0x80004005);  // E_FAIL
     static constexpr Row kRows[] = {
         {"shell32.dll", "SHGetFolderPath", delay_answer<kFail>},
+        {"ole32.dll", "CLSIDFromString", delay_answer<kFail>},
         {"ole32.dll", "CoTaskMem", delay_answer<0>},
         {"ole32.dll", "Co", delay_answer<kFail>},
         {"advapi32.dll", "Reg", delay_answer<ERROR_PROC_NOT_FOUND>},

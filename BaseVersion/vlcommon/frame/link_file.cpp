@@ -11,11 +11,12 @@ LinkFile::LinkFile() {
     if (SUCCEEDED(result)) link_.reset(static_cast<IShellLinkA*>(made));
 }
 
-void LinkFile::load(const wchar_t* path) const {
+HRESULT LinkFile::load(const wchar_t* path) const {
     void* found = nullptr;
-    if (FAILED(link_.get()->QueryInterface(IID_IPersistFile, &found))) return;
+    const HRESULT result = link_.get()->QueryInterface(IID_IPersistFile, &found);
+    if (FAILED(result)) return result;
     const UniqueInterface<IPersistFile> file(static_cast<IPersistFile*>(found));
-    file.get()->Load(path, STGM_READ);
+    return file.get()->Load(path, STGM_READ);
 }
 
 }  // namespace vl

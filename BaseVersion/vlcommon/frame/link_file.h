@@ -14,8 +14,8 @@ public:
     explicit operator bool() const { return static_cast<bool>(link_); }
     [[nodiscard]] IShellLinkA* get() const { return link_.get(); }
 
-    // Loads a link for reading. Not tested: a link that cannot be read has no arguments.
-    void load(const wchar_t* path) const;
+    // Loads a link for reading. One that cannot be read has no target and no arguments.
+    HRESULT load(const wchar_t* path) const;
 
 private:
     UniqueInterface<IShellLinkA> link_;

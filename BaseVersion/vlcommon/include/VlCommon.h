@@ -18,6 +18,7 @@
 #include "vlcm/mobile.h"
 #include "vlcm/ports.h"
 #include "vlcm/settings.h"
+#include "vlcm/shell_items.h"
 #include "vlcm/shortcuts.h"
 #include "vlcm/states.h"
 #include "vlcm/switches.h"
