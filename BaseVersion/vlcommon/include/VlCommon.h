@@ -12,6 +12,7 @@
 #include "vlcm/base.h"
 #include "vlcm/catalogue.h"
 #include "vlcm/companions.h"
+#include "vlcm/contacts.h"
 #include "vlcm/display_names.h"
 #include "vlcm/handoff.h"
 #include "vlcm/localctl.h"
