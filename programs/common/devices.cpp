@@ -44,6 +44,18 @@ std::vector<Service> local_servers() {
     return servers;
 }
 
+std::vector<BtHandle> shortcuts_of(BtHandle device) {
+    std::vector<BtHandle> shortcuts(Btsdk_GetShortCutByDeviceHandle(device, 0, nullptr, 0));
+    shortcuts.resize(Btsdk_GetShortCutByDeviceHandle(device, 0, shortcuts.data(),
+                                                     static_cast<uint32_t>(shortcuts.size())));
+    return shortcuts;
+}
+
+BtHandle shortcut_to(BtHandle device, BtHandle service) {
+    BtHandle shortcut = 0;
+    return Btsdk_GetShortCutByServiceHandle(device, service, &shortcut, 1) == 0 ? 0 : shortcut;
+}
+
 std::string address_text(const uint8_t* address) {
     char text[18];
     snprintf(text, sizeof text, "%02X:%02X:%02X:%02X:%02X:%02X", address[5], address[4], address[3],

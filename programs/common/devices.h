@@ -21,6 +21,9 @@ struct Service {
 };
 [[nodiscard]] std::vector<Service> services_of(BtHandle device);
 [[nodiscard]] std::vector<Service> local_servers();
+// All connection shortcuts of a device, and one to a service: 0 when there is none.
+[[nodiscard]] std::vector<BtHandle> shortcuts_of(BtHandle device);
+[[nodiscard]] BtHandle shortcut_to(BtHandle device, BtHandle service);
 
 // "00:11:22:33:44:55", byte 5 first.
 [[nodiscard]] std::string address_text(const uint8_t* address);

@@ -1,7 +1,7 @@
 #include "facts.h"
 
 #include "VlCommon.h"
-#include "frame/unique.h"
+#include "library_texts.h"
 #include "text.h"
 
 #include <stdio.h>
@@ -11,34 +11,11 @@ namespace {
 
 constexpr int kClassDigits = 4;
 constexpr int kDeviceClassDigits = 6;
-constexpr uint32_t kTextSize = 260;
-
-std::string status_text(BOOL (*query)(uint32_t, wchar_t*, uint32_t), uint32_t handle) {
-    wchar_t text[kTextSize] = L"";
-    return query(handle, text, kTextSize) ? utf8(text) : std::string();
-}
-
-std::string name_text(uint32_t (*query)(uint32_t, wchar_t*, uint32_t), uint32_t handle) {
-    wchar_t text[kTextSize] = L"";
-    return query(handle, text, kTextSize) == VLCM_OK ? utf8(text) : std::string();
-}
-
-std::string kind_text(uint32_t device_class) {
-    wchar_t text[kTextSize] = L"";
-    return VlCm_GetDevTypeStrByDevClsW(device_class, text, kTextSize) ? utf8(text) : std::string();
-}
 
 const char* adapter_kind() {
     constexpr const char* kKinds[] = {"desktop computer", "laptop computer", "headset", "printer"};
     const unsigned int kind = VlCm_GetLocalDeviceClass();
     return kind < std::size(kKinds) ? kKinds[kind] : kKinds[0];
-}
-
-std::vector<BtHandle> shortcuts_of(BtHandle device) {
-    std::vector<BtHandle> shortcuts(Btsdk_GetShortCutByDeviceHandle(device, 0, nullptr, 0));
-    shortcuts.resize(Btsdk_GetShortCutByDeviceHandle(device, 0, shortcuts.data(),
-                                                     static_cast<uint32_t>(shortcuts.size())));
-    return shortcuts;
 }
 
 void add_shown(Json& list, Json item, bool all) {
@@ -56,16 +33,10 @@ std::string known_devices() {
 
 }  // namespace
 
-std::string resource_text(unsigned int id) {
-    const vl::UniqueModule library(VlCm_GetLangDepResLib(0));
-    wchar_t text[kTextSize] = L"";
-    return library && LoadStringW(library.get(), id, text, kTextSize) > 0 ? utf8(text) : std::string();
-}
+std::string resource_text(unsigned int id) { return utf8(library_text(id)); }
 
 Json adapter_facts() {
-    wchar_t status[kTextSize] = L"";
-    VlCm_GetLocDevStatusStringW(status, kTextSize);
-    return {{"status", utf8(status)}, {"icon", VlCm_GetLocDevIconIDEx()}, {"kind", adapter_kind()}};
+    return {{"status", utf8(adapter_status())}, {"icon", VlCm_GetLocDevIconIDEx()}, {"kind", adapter_kind()}};
 }
 
 Json server_facts(const Service& server) {
@@ -73,8 +44,8 @@ Json server_facts(const Service& server) {
     return {
         {"handle", handle},
         {"class", hex(service_class, kClassDigits)},
-        {"name", name_text(VlCm_GetLocSvcDisplayNameW, handle)},
-        {"status", status_text(VlCm_GetLocSvcStatusStringW, handle)},
+        {"name", utf8(server_name(handle))},
+        {"status", utf8(server_status(handle))},
         {"icon", VlCm_GetLocSvcIconIDEx(handle, service_class)},
         {"shown", VlCm_ShouldShowThisLocalServerEx(handle) != FALSE},
     };
@@ -87,8 +58,8 @@ Json device_facts(const Device& device) {
         {"address", address_text(property.address)},
         {"name", display_name(property.address)},
         {"class", hex(property.deviceClass, kDeviceClassDigits)},
-        {"kind", kind_text(property.deviceClass)},
-        {"status", status_text(VlCm_GetRmtDevStatusStringW, handle)},
+        {"kind", utf8(device_kind(property.deviceClass))},
+        {"status", utf8(device_status(handle))},
         {"icon", VlCm_GetRmtDevIconIDEx(handle, property.deviceClass)},
         {"shown", VlCm_ShouldFilterCurDevCls(property.deviceClass) == FALSE},
     };
@@ -112,8 +83,8 @@ Json shortcut_facts(BtHandle shortcut) {
     return {
         {"handle", shortcut},
         {"class", hex(service_class, kClassDigits)},
-        {"name", name_text(VlCm_GetRmtSvcDisplayNameW, shortcut)},
-        {"status", status_text(VlCm_GetRmtSvcStatusStringW, shortcut)},
+        {"name", utf8(shortcut_name(shortcut))},
+        {"status", utf8(shortcut_status(shortcut))},
         {"icon", VlCm_GetRmtSvcIconIDEx(shortcut, service_class, TRUE)},
         {"shown", VlCm_ShouldShowThisRemoteService(service_class) != FALSE},
         {"default", VlCm_IsDefaultShortcut(shortcut) != FALSE},
