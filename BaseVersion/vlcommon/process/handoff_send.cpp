@@ -2,11 +2,10 @@
 #include "frame/frame.h"
 #include "frame/guard.h"
 #include "handoff_channel.h"
+#include "text/path_name.h"
 #include "tray_agent.h"
 #include "vlcm/companions.h"
 #include "vlcm/handoff.h"
-
-#include <mbstring.h>
 
 namespace vl::handoff {
 namespace {
@@ -26,10 +25,7 @@ bool called_by_send_tool() {
     PathBuffer path;
     GetModuleFileNameA(nullptr, path.data(), PathBuffer::size());
     path.data()[PathBuffer::size() - 1] = 0;  // a cut path comes back unterminated
-    const unsigned char* whole = reinterpret_cast<const unsigned char*>(path.text());
-    const unsigned char* backslash = _mbsrchr(whole, '\\');
-    const unsigned char* name = backslash != nullptr ? backslash + 1 : whole;
-    return _stricmp(reinterpret_cast<const char*>(name), kSendTool) == 0;
+    return _stricmp(text::file_name(path.text()), kSendTool) == 0;
 }
 
 // What the send tool hands over: where the file goes and which it is.
