@@ -75,9 +75,11 @@ PathBuffer install_path(const char* rest) {
     return path;
 }
 
-void read_text(const char* section, const char* key, const char* fallback, char* text, uint32_t size,
-               const char* file) {
-    if (Btsdk_GetPrivateProfileString(section, key, fallback, text, size, file) == 0) text[0] = 0;
+uint32_t read_text(const char* section, const char* key, const char* fallback, char* text, uint32_t size,
+                   const char* file) {
+    const uint32_t length = Btsdk_GetPrivateProfileString(section, key, fallback, text, size, file);
+    if (length == 0) text[0] = 0;
+    return length;
 }
 
 }  // namespace vl::settings

@@ -14,8 +14,8 @@ PathBuffer personal_file();
 // The installation folder followed by `rest`; opens the scope of VlCm_GetInstallDir.
 PathBuffer install_path(const char* rest);
 
-// Reads a text through the stack; what cannot be read is empty.
-void read_text(const char* section, const char* key, const char* fallback, char* text, uint32_t size,
-               const char* file);
+// Reads a text through the stack; what cannot be read is empty. Returns the stack's answer, 0 for none.
+uint32_t read_text(const char* section, const char* key, const char* fallback, char* text, uint32_t size,
+                   const char* file);
 
 }  // namespace vl::settings

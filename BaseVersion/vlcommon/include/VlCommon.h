@@ -17,6 +17,7 @@
 #include "vlcm/handoff.h"
 #include "vlcm/localctl.h"
 #include "vlcm/mobile.h"
+#include "vlcm/phone_models.h"
 #include "vlcm/ports.h"
 #include "vlcm/settings.h"
 #include "vlcm/shell_items.h"

@@ -16,6 +16,14 @@ VlSmsRecord* new_text_message() {
     return record;
 }
 
+void free_text_message(VlSmsRecord* record) {
+    if (record == nullptr || IsBadReadPtr(record, sizeof *record)) {
+        trace_line("error!!! DestroyMobileProcInfo: parameter is invalid.\r\n");
+        return;
+    }
+    Vlcm_SHFree(record);
+}
+
 }  // namespace
 }  // namespace vl::mobile
 
@@ -26,4 +34,9 @@ extern "C" uint32_t VlCm_IsMobileActive() { return Btsdk_IsMobileActive(); }
 extern "C" VlSmsRecord* VlCm_CreateMobileSMSInfo() {
     TraceScope scope("VlCm_CreateMobileSMSInfo");
     return mobile::new_text_message();
+}
+
+extern "C" void VlCm_DestroyMobileSMSInfo(VlSmsRecord* record) {
+    TraceScope scope("VlCm_DestroyMobileSMSInfo");
+    mobile::free_text_message(record);
 }
