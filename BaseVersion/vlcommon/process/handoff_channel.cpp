@@ -112,13 +112,13 @@ namespace {
 
 constexpr DWORD kReadWrite = FILE_MAP_READ | FILE_MAP_WRITE;
 
-uint32_t refuse(const char* line) {
-    trace_line(line);
-    return VLCM_RESOURCE_FAILURE;
-}
-
 void trace_if(const char* line) {
     if (line != nullptr) trace_line(line);
+}
+
+uint32_t refuse(const char* line) {
+    trace_if(line);
+    return VLCM_RESOURCE_FAILURE;
 }
 
 bool map_whole(MappedSection& mapped) {

@@ -43,7 +43,7 @@ struct Channel {
     uint32_t stride_64bit;  // from one record to the next when the 64-bit library wrote them
     SleepRule sleep_rule;
     std::span<const WakeUp> wake_ups;  // none: the sender starts a program instead
-    // Sender's lines.
+    // Sender's lines; null: it says nothing.
     const char* creation_failed;
     const char* already_exists;
     const char* map_failed;
@@ -66,7 +66,7 @@ struct MappedSection {
 };
 
 // Sender: makes the channel's section of `size` bytes and maps it. Gives VLCM_OK, or traces the
-// channel's line and gives VLCM_RESOURCE_FAILURE.
+// channel's line, if it has one, and gives VLCM_RESOURCE_FAILURE.
 uint32_t create_section(const Channel& channel, uint64_t size, MappedSection& made);
 
 // Receiver: opens and maps the channel's section; false when there is none, with the channel's line.
