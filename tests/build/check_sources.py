@@ -9,8 +9,8 @@ import sys
 
 CLOSING_CALL = re.compile(r"\b(" + "|".join((
     "CloseHandle", "FindClose", "FreeLibrary", "FreeLibraryAndExitThread", "UnmapViewOfFile", "RegCloseKey",
-    "ClosePrinter", "CoUninitialize", "CoTaskMemFree", "GlobalFree", "LocalFree", "HeapFree", "VirtualFree",
-    "GdiplusShutdown", "GdipDisposeImage", "GdipFree", "DestroyWindow", "DestroyIcon", "DeleteObject",
+    "ClosePrinter", "FreeSid", "CoUninitialize", "CoTaskMemFree", "GlobalFree", "LocalFree", "HeapFree",
+    "VirtualFree", "GdiplusShutdown", "GdipDisposeImage", "GdipFree", "DestroyWindow", "DestroyIcon", "DeleteObject",
     "Btsdk_CloseHandle", "Btsdk_FreeMemory", "Btsdk_RegCloseKey", "Btsdk_RegCloseKeyForX64Reg",
     r"Btsdk_EndEnum\w+", r"MB_EndEnum\w+", "free")) + r")\s*\(|(?:->|\.)\s*(Release)\s*\(|\b(delete)\b\s*(?:\[\])?\s*[\w*(]")
 

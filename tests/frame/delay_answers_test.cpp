@@ -34,7 +34,11 @@ struct Function {
 // what 0 means in its result, add its row, and one in frame/delay_answers.h when 0 is success.
 // clang-format off
 constexpr Function kFunctions[] = {
+    {"advapi32.dll", "AllocateAndInitializeSid", Failure::kZero},
+    {"advapi32.dll", "CheckTokenMembership", Failure::kZero},
+    {"advapi32.dll", "FreeSid",              Failure::kNoResult},
     {"advapi32.dll", "RegCloseKey",          Failure::kCode},
+    {"advapi32.dll", "RegEnumKeyExA",        Failure::kCode},
     {"advapi32.dll", "RegOpenKeyExA",        Failure::kCode},
     {"advapi32.dll", "RegQueryValueExA",     Failure::kCode},
     {"ole32.dll",    "CLSIDFromString",      Failure::kHresult},
@@ -50,6 +54,7 @@ constexpr Function kFunctions[] = {
     {"shell32.dll",  "ShellExecuteA",        Failure::kZero},
     {"shlwapi.dll",  "StrToIntA",            Failure::kZero},
     {"user32.dll",   "FindWindowA",          Failure::kZero},
+    {"user32.dll",   "GetDesktopWindow",     Failure::kZero},
     {"user32.dll",   "GetWindowLongPtrA",    Failure::kZero},
     {"user32.dll",   "IsWindow",             Failure::kZero},
     {"user32.dll",   "LoadStringA",          Failure::kZero},
@@ -60,6 +65,14 @@ constexpr Function kFunctions[] = {
     {"user32.dll",   "SetForegroundWindow",  Failure::kZero},
     {"user32.dll",   "SetWindowLongPtrA",    Failure::kZero},
     {"user32.dll",   "SetWindowPos",         Failure::kZero},
+    {"winspool.drv", "ClosePrinter",         Failure::kZero},
+    {"winspool.drv", "DeletePrinter",        Failure::kZero},
+    {"winspool.drv", "EnumJobsA",            Failure::kZero},
+    {"winspool.drv", "EnumPortsA",           Failure::kZero},
+    {"winspool.drv", "EnumPrintersA",        Failure::kZero},
+    {"winspool.drv", "GetPrinterA",          Failure::kZero},
+    {"winspool.drv", "OpenPrinterA",         Failure::kZero},
+    {"winspool.drv", "SetPrinterA",          Failure::kZero},
 };
 // clang-format on
 

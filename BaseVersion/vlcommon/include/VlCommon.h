@@ -19,6 +19,7 @@
 #include "vlcm/mobile.h"
 #include "vlcm/phone_models.h"
 #include "vlcm/ports.h"
+#include "vlcm/printers.h"
 #include "vlcm/remote_files.h"
 #include "vlcm/settings.h"
 #include "vlcm/shell_items.h"
