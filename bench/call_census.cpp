@@ -72,6 +72,7 @@ Counts CallCensus::counts() const {
         const Counter& counter = counters_[i];
         if (counter.calls == 0) continue;
         if (slots_[i].dll != "msvcrt.dll") sum.platform_calls += counter.calls;
+        if (slots_[i].dll == "vlsdk.dll") sum.stack_calls += counter.calls;
         if (allocates(slots_[i].function)) sum.allocations += counter.calls;
         sum.bytes_copied += counter.third_arguments;
         if (!sum.calls.empty()) sum.calls += ", ";

@@ -12,6 +12,7 @@ namespace bench {
 
 struct Counts {
     uint64_t platform_calls = 0;  // of Windows and of the suite's modules, without the C runtime
+    uint64_t stack_calls = 0;     // of these, operations of the stack
     uint64_t allocations = 0;     // heap blocks, from whichever allocator
     uint64_t bytes_copied = 0;    // by memcpy and memmove
     uint64_t modules = 0;         // mapped by loading a module

@@ -28,6 +28,7 @@ struct Options {
 };
 
 Result measure(const Row& row, const Options& options) {
+    row.prepare();
     if (!row.agree()) throw std::runtime_error(row.name + ": library and floor differ");
     Result result{&row, {}, row.floor.count(), row.library.count()};
     if (!options.check) result.times = run_paired(row.floor.body, row.library.body, options.effort);
@@ -70,7 +71,8 @@ int run(const Options& options) {
     const Suite suite;
     const Scene scene(suite);
     std::vector<Row> calls;
-    for (const auto& topic : {look_up_rows, text_rows, settings_rows, handoff_rows}) {
+    for (const auto& topic :
+         {look_up_rows, text_rows, settings_rows, presentation_rows, port_rows, handoff_rows}) {
         for (Row& row : topic(suite)) calls.push_back(std::move(row));
     }
     measure_all(calls, options, results);

@@ -7,6 +7,7 @@ namespace {
 
 nlohmann::ordered_json counts_json(const Counts& counts) {
     return {{"platform_calls", counts.platform_calls},
+            {"stack_calls", counts.stack_calls},
             {"blocks", counts.allocations},
             {"bytes_copied", counts.bytes_copied},
             {"modules", counts.modules},

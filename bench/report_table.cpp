@@ -42,6 +42,7 @@ Line line(const Result& r) {
             format("%.2f to %.2f", ratio.low, ratio.high),
             target(r),
             pair(r.library.platform_calls, r.floor.platform_calls),
+            pair(r.library.stack_calls, r.floor.stack_calls),
             pair(r.library.allocations, r.floor.allocations),
             pair(r.library.bytes_copied, r.floor.bytes_copied),
             pair(r.library.modules, r.floor.modules)};
@@ -69,57 +70,63 @@ std::string aligned(const std::vector<Line>& lines) {
     return text;
 }
 
-const Result* find(const std::vector<Result>& results, const std::string& series, uint32_t records) {
-    const auto found = std::find_if(results.begin(), results.end(), [&](const Result& r) {
-        return r.row->series == series && r.row->records == records;
-    });
-    return found == results.end() ? nullptr : &*found;
+// A series from its shortest to its longest list.
+std::vector<const Result*> results_of(const std::vector<Result>& results, const std::string& series) {
+    std::vector<const Result*> found;
+    for (const Result& r : results) {
+        if (r.row->series == series) found.push_back(&r);
+    }
+    std::sort(found.begin(), found.end(),
+              [](const Result* a, const Result* b) { return a->row->records < b->row->records; });
+    return found;
 }
 
-// Of one more record in a list, beside what a list of one costs.
-double record_ns(double list_ns, double single_ns, uint32_t records) {
-    return (list_ns - single_ns) / (records - 1);
+// Of one more record in a list, beside what the shortest list costs.
+double record_ns(const Result& list, const Result& shortest, double Times::*side) {
+    return (list.times.*side - shortest.times.*side) / (list.row->records - shortest.row->records);
 }
 
-struct Growth {
-    double small_ns;
-    double large_ns;
-};
-
-Line growth_line(const std::string& name, const Growth& growth) {
-    return {name, duration(growth.small_ns), duration(growth.large_ns),
-            format("%.2f", growth.large_ns / growth.small_ns)};
+Line growth_line(const std::vector<const Result*>& lists, double Times::*side, const char* who) {
+    const double small = record_ns(*lists[1], *lists.front(), side);
+    const double large = record_ns(*lists.back(), *lists.front(), side);
+    return {lists.front()->row->series + ", " + who,
+            std::to_string(lists[1]->row->records),
+            duration(small),
+            std::to_string(lists.back()->row->records),
+            duration(large),
+            format("%.2f", large / small)};
 }
 
 void add_growth(const std::vector<Result>& results, const std::string& series, std::vector<Line>& lines) {
-    constexpr uint32_t kSmall = 1'000;
-    constexpr uint32_t kLarge = 50'000;
-    const Result* one = find(results, series, 1);
-    const Result* small = find(results, series, kSmall);
-    const Result* large = find(results, series, kLarge);
-    if (one == nullptr || small == nullptr || large == nullptr) return;
-    const auto growth = [&](double Times::*side) {
-        const double single = one->times.*side;
-        return Growth{record_ns(small->times.*side, single, kSmall),
-                      record_ns(large->times.*side, single, kLarge)};
-    };
-    lines.push_back(growth_line(series + ", library", growth(&Times::library_ns)));
-    lines.push_back(growth_line(series + ", floor", growth(&Times::floor_ns)));
+    constexpr size_t kLists = 3;
+    const auto lists = results_of(results, series);
+    if (lists.size() != kLists) return;
+    lines.push_back(growth_line(lists, &Times::library_ns, "library"));
+    lines.push_back(growth_line(lists, &Times::floor_ns, "floor"));
+}
+
+std::vector<std::string> series_of(const std::vector<Result>& results) {
+    std::vector<std::string> names;
+    for (const Result& r : results) {
+        const std::string& name = r.row->series;
+        if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end())
+            names.push_back(name);
+    }
+    return names;
 }
 
 }  // namespace
 
 std::string table(const std::vector<Result>& results) {
-    std::vector<Line> lines = {{"call", "floor", "library", "ratio", "95 %", "target", "calls", "blocks",
-                                "bytes copied", "modules"}};
+    std::vector<Line> lines = {{"call", "floor", "library", "ratio", "95 %", "target", "calls", "stack",
+                                "blocks", "bytes copied", "modules"}};
     for (const Result& result : results) lines.push_back(line(result));
     return aligned(lines);
 }
 
 std::string growth_table(const std::vector<Result>& results) {
-    std::vector<Line> lines = {{"one more record", "in 1,000", "in 50,000", "growth"}};
-    add_growth(results, "hand over", lines);
-    add_growth(results, "take", lines);
+    std::vector<Line> lines = {{"one more record", "list of", "costs", "list of", "costs", "growth"}};
+    for (const std::string& series : series_of(results)) add_growth(results, series, lines);
     return lines.size() == 1 ? "" : aligned(lines);
 }
 
@@ -133,6 +140,7 @@ std::vector<std::string> excesses(const Result& result) {
                         std::to_string(limit) + " (" + found.calls + ")");
     };
     compare("platform calls", found.platform_calls, allowed.platform_calls);
+    compare("operations of the stack", found.stack_calls, result.floor.stack_calls);
     compare("blocks", found.allocations, allowed.allocations);
     compare("bytes copied", found.bytes_copied, allowed.bytes_copied);
     compare("modules", found.modules, allowed.modules);

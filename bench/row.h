@@ -40,6 +40,7 @@ struct Row {
     Side floor;
     Side library;
     Allowance allowance;
+    std::function<void()> prepare = [] {};              // the scene, before anything is called
     std::function<bool()> agree = [] { return true; };  // floor and library give the same answer
     std::string series = {};                            // rows that differ in the number of records only
     uint32_t records = 0;

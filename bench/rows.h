@@ -12,6 +12,8 @@ std::vector<Row> loading_rows();
 std::vector<Row> look_up_rows(const Suite& suite);
 std::vector<Row> text_rows(const Suite& suite);
 std::vector<Row> settings_rows(const Suite& suite);
+std::vector<Row> presentation_rows(const Suite& suite);
+std::vector<Row> port_rows(const Suite& suite);
 std::vector<Row> handoff_rows(const Suite& suite);
 
 }  // namespace bench

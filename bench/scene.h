@@ -3,6 +3,9 @@
 
 #include "module.h"
 
+#include <optional>
+#include <string>
+
 namespace bench {
 
 class Scene {
@@ -13,7 +16,8 @@ public:
     Scene& operator=(const Scene&) = delete;
 
 private:
-    std::string made_file_;  // empty: the settings file was there
+    std::string settings_path_;
+    std::optional<std::string> earlier_settings_;
 };
 
 }  // namespace bench

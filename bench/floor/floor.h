@@ -31,6 +31,21 @@ FLOOR_API int Floor_ReadEdition(void);
 // One trace scope.
 FLOOR_API void Floor_TraceScope(void);
 
+// The stack's record of a server, the language library, one text, the library freed.
+FLOOR_API uint32_t Floor_LocalServiceName(uint32_t server, char* buffer, uint32_t size);
+FLOOR_API uint32_t Floor_LocalServiceNameW(uint32_t server, wchar_t* buffer, uint32_t size);
+
+// The language library, the stack's word on the state, one text, the library freed.
+FLOOR_API BOOL Floor_AdapterStatus(char* buffer, uint32_t size);
+FLOOR_API BOOL Floor_LocalServiceStatus(uint32_t server, char* buffer, uint32_t size);
+FLOOR_API BOOL Floor_LocalServiceStatusW(uint32_t server, wchar_t* buffer, uint32_t size);
+FLOOR_API BOOL Floor_RemoteDeviceStatus(uint32_t device, char* buffer, uint32_t size);
+
+// The operations of the stack that the ports' rules need, each parameter into one local block.
+FLOOR_API BOOL Floor_ShortcutsOfPort(uint32_t* found, int port, uint32_t* count);
+FLOOR_API BOOL Floor_IsPortUsed(int port);
+FLOOR_API int Floor_FreePort(void);
+
 // Readiness, own file name, agent's window, section, view, one memcpy of `count` records.
 FLOOR_API uint32_t Floor_SendFiles(const VlSendRecord* records, uint32_t count);
 

@@ -117,11 +117,28 @@ TEST_F(ShortcutsOfPort, WithoutMemoryForTheirListAreNoneAndTheCountStays) {
 }
 
 TEST_F(ShortcutsOfPort, WithoutMemoryForItsParameterAreOneFewer) {
-    const Handles expected[] = {{2, 4}, {1, 4}, {1, 2}};
-    for (size_t i = 0; i < std::size(expected); ++i) {
-        blocks().fail_nth(2 + i);  // the first one is the list
-        expect(ask(7), TRUE, 2, expected[i]);
-    }
+    blocks().fail_nth(2);  // the first one is the list
+    expect(ask(7), TRUE, 2, {2, 4});
+    // The next parameter that needs more room than those before, and the one after it, which needs less.
+    VlSim_Set("/shortcuts/1/parameter", R"("0000000000 07 000000 00 00000000")");
+    blocks().fail_nth(3);
+    expect(ask(7), TRUE, 2, {1, 4});
+}
+
+// A block that held one shortcut's parameter says nothing of the next one.
+TEST_F(ShortcutsOfPort, WithAShorterParameterAreNotTakenForTheOneBefore) {
+    VlSim_Set("/shortcuts", R"([{"handle": 1, "class": "0x1101", "parameter": "0000000000 07 000000 09"},
+                               {"handle": 2, "class": "0x1101", "parameter": "00000000"}])");
+    expect(ask(7), TRUE, 1, {1});
+    support::CallPatch read("Btsdk_GetShortCutProperty", Btsdk_GetShortCutProperty);
+    read.answer([](ShortcutProperty* record) {
+        record->serviceClass = kSerial;
+        const auto bytes = static_cast<uint8_t*>(record->parameter);
+        if (bytes != nullptr && record->shortcut == 1) bytes[5] = 7;
+        record->parameterLength = 10;
+        return 0U;
+    });
+    expect(ask(7), TRUE, 1, {1});
 }
 
 TEST_F(ShortcutsOfPort, PassOverOneThatCannotBeRead) {

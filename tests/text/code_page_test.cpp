@@ -199,7 +199,7 @@ TEST_F(CodePage, AsksThePlatformThreeTimesAndAllocatesOnce) {
         EXPECT_EQ(wide.calls()[0], std::make_tuple(direction.from, 0UL, source, -1, nullptr, 0));
         EXPECT_EQ(wide.calls()[1], std::make_tuple(direction.from, 0UL, source, -1, unit_buffer, 4));
         EXPECT_EQ(narrow.calls()[0],
-                  std::make_tuple(direction.to, 0UL, unit_buffer, -1, text, 8, nullptr, nullptr));
+                  std::make_tuple(direction.to, 0UL, unit_buffer, 4, text, 8, nullptr, nullptr));
     }
 }
 

@@ -21,8 +21,9 @@ bool used_by_class(int port, uint16_t service_class) {
     const HandleList all = read_handles([=](BtHandle* handles, uint32_t count) {
         return Btsdk_GetShortCutByServiceClass(service_class, handles, count);
     });
+    ParameterRoom room;
     for (const BtHandle shortcut : all) {
-        if (shortcut != 0 && is_port(VlCm_GetComPortByShortcut(shortcut, service_class), port)) return true;
+        if (shortcut != 0 && is_port(port_of_shortcut(shortcut, service_class, room), port)) return true;
     }
     return false;
 }

@@ -1,6 +1,11 @@
 #include "serial_parameter.h"
 
+#include "frame/trace.h"
 #include "shortcut_record.h"
+
+#include <string.h>
+
+#include <new>
 
 namespace vl::shortcuts {
 
@@ -9,6 +14,17 @@ const SerialClass* serial_class(uint16_t service_class) {
         if (row.service_class == service_class) return &row;
     }
     return nullptr;
+}
+
+uint8_t* ParameterRoom::zeroed(size_t size) {
+    if (size > size_) {
+        size_ = 0;
+        bytes_.reset(new (std::nothrow) uint8_t[size]);
+        if (!bytes_) return nullptr;
+        size_ = size;
+    }
+    memset(bytes_.get(), 0, size);
+    return bytes_.get();
 }
 
 bool SerialParameter::read_length() {
@@ -21,16 +37,27 @@ bool SerialParameter::read_length() {
 
 // The parameter may have changed since its length was asked: the shorter length holds.
 bool SerialParameter::read_bytes() {
-    bytes_.reset(new (std::nothrow) uint8_t[length_]());
-    if (!bytes_) return false;
+    uint8_t* bytes = room_.zeroed(length_);
+    if (bytes == nullptr) return false;
     ShortcutProperty record = record_of(shortcut_, kShortcutMaskParameter);
     record.parameterLength = length_;
-    record.parameter = bytes_.get();
+    record.parameter = bytes;
     if (!read(record)) return false;
+    bytes_ = bytes;
     if (record.parameterLength < length_) length_ = record.parameterLength;
     return true;
 }
 
 int SerialParameter::port_at(size_t place) const { return place < length_ ? bytes_[place] : kNoPort; }
+
+// The given class decides, not the record's.
+int port_of_shortcut(BtHandle shortcut, uint16_t service_class, ParameterRoom& room) {
+    TraceScope scope("VlCm_GetComPortByShortcut");
+    const SerialClass* row = serial_class(service_class);
+    if (row == nullptr) return kNoPort;
+    SerialParameter parameter(shortcut, room);
+    if (!parameter.read_length() || !parameter.read_bytes()) return kNoPort;
+    return parameter.port_at(row->port_byte);
+}
 
 }  // namespace vl::shortcuts

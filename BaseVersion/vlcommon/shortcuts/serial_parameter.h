@@ -30,10 +30,22 @@ inline constexpr SerialClass kSerialClasses[] = {
 // The class's row; null when it is not of the serial type.
 const SerialClass* serial_class(uint16_t service_class);
 
+// Room for one parameter at a time. A walk over many shortcuts keeps it, so that it costs one
+// allocation and not one per shortcut.
+class ParameterRoom {
+public:
+    // Zeroed bytes until the next call; null without memory.
+    uint8_t* zeroed(size_t size);
+
+private:
+    std::unique_ptr<uint8_t[]> bytes_;
+    size_t size_ = 0;
+};
+
 // A shortcut's application parameter, read by a call for its length and a call for its bytes.
 class SerialParameter {
 public:
-    explicit SerialParameter(BtHandle shortcut) : shortcut_(shortcut) {}
+    SerialParameter(BtHandle shortcut, ParameterRoom& room) : shortcut_(shortcut), room_(room) {}
 
     // Asks for the class and the length; false when the shortcut cannot be read or has no parameter.
     bool read_length();
@@ -46,9 +58,14 @@ public:
 
 private:
     BtHandle shortcut_;
+    ParameterRoom& room_;
     uint16_t service_class_ = 0;
     uint16_t length_ = 0;
-    std::unique_ptr<uint8_t[]> bytes_;
+    const uint8_t* bytes_ = nullptr;
 };
+
+// The port of a shortcut of a serial-type class, under the scope of VlCm_GetComPortByShortcut: a walk
+// shows in the trace as so many calls of it.
+int port_of_shortcut(BtHandle shortcut, uint16_t service_class, ParameterRoom& room);
 
 }  // namespace vl::shortcuts

@@ -15,18 +15,9 @@ int port_of_server(BtHandle server) {
     return block ? static_cast<const uint8_t*>(block.get())[kPortByte] : kNoPort;
 }
 
-// The caller's class decides, not the record's.
-int port_of_shortcut(BtHandle shortcut, uint16_t service_class) {
-    const SerialClass* row = serial_class(service_class);
-    if (row == nullptr) return kNoPort;
-    SerialParameter parameter(shortcut);
-    if (!parameter.read_length() || !parameter.read_bytes()) return kNoPort;
-    return parameter.port_at(row->port_byte);
-}
-
 // Looser than port_of_shortcut: either place counts, whatever the class.
-bool mentions_port(BtHandle shortcut, int port) {
-    SerialParameter parameter(shortcut);
+bool mentions_port(BtHandle shortcut, int port, ParameterRoom& room) {
+    SerialParameter parameter(shortcut, room);
     if (!parameter.read_length() || serial_class(parameter.service_class()) == nullptr) return false;
     if (!parameter.read_bytes()) return false;
     return is_port(parameter.port_at(5), port) || is_port(parameter.port_at(9), port);
@@ -36,10 +27,11 @@ bool mentions_port(BtHandle shortcut, int port) {
 bool shortcuts_of_port(BtHandle* found, int port, uint32_t& count) {
     const HandleList all = read_handles(Btsdk_GetAllShortCuts);
     if (!all.handles) return false;
+    ParameterRoom room;
     uint32_t matches = 0;
     for (const BtHandle shortcut : all) {
         if (shortcut == 0) break;
-        if (!mentions_port(shortcut, port)) continue;
+        if (!mentions_port(shortcut, port, room)) continue;
         if (found != nullptr && matches < count) found[matches] = shortcut;
         ++matches;
     }
@@ -55,8 +47,8 @@ using namespace vl;
 extern "C" int VlCm_GetLocalSPPSvrComPort(uint32_t server) { return shortcuts::port_of_server(server); }
 
 extern "C" int VlCm_GetComPortByShortcut(uint32_t shortcut, uint16_t serviceClass) {
-    TraceScope scope("VlCm_GetComPortByShortcut");
-    return shortcuts::port_of_shortcut(shortcut, serviceClass);
+    shortcuts::ParameterRoom room;
+    return shortcuts::port_of_shortcut(shortcut, serviceClass, room);
 }
 
 extern "C" BOOL VlCm_GetShortcutsByComPort(uint32_t* shortcuts, int port, uint32_t* count) {

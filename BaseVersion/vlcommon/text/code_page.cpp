@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace vl::text {
 namespace {
@@ -17,21 +18,27 @@ using Converter = int (*)(char* destination, const char* source, unsigned size);
 // The caller's size as the platform takes it: a negative one would be refused.
 int platform_size(unsigned size) { return size > INT_MAX ? INT_MAX : static_cast<int>(size); }
 
-// With one unit more than asked for, which is the terminator: some platforms let an incomplete sequence
-// at the very end of the source swallow the source's own.
-std::unique_ptr<wchar_t[]> to_utf16(UINT code_page, const char* source) {
+struct Utf16 {
+    std::unique_ptr<wchar_t[]> text;  // null when it could not be made
+    int units = 0;                    // terminator included: nobody has to look for it again
+};
+
+// With room for one unit more than asked for: some platforms let an incomplete sequence at the very end
+// of the source swallow the source's terminator.
+Utf16 to_utf16(UINT code_page, const char* source) {
     const int units = MultiByteToWideChar(code_page, 0, source, -1, nullptr, 0);
-    if (units < 1) return nullptr;
-    std::unique_ptr<wchar_t[]> utf16(new (std::nothrow) wchar_t[static_cast<size_t>(units) + 1]);
-    if (!utf16) return nullptr;
-    if (MultiByteToWideChar(code_page, 0, source, -1, utf16.get(), units) < 1) return nullptr;
-    utf16[static_cast<size_t>(units)] = 0;
-    return utf16;
+    if (units < 1) return {};
+    std::unique_ptr<wchar_t[]> text(new (std::nothrow) wchar_t[static_cast<size_t>(units) + 1]);
+    if (!text) return {};
+    if (MultiByteToWideChar(code_page, 0, source, -1, text.get(), units) < 1) return {};
+    text[static_cast<size_t>(units)] = 0;
+    const bool terminated = text[static_cast<size_t>(units) - 1] == 0;
+    return {std::move(text), terminated ? units : units + 1};
 }
 
-int from_utf16(UINT code_page, char* destination, const wchar_t* utf16, unsigned size) {
-    const int written =
-        WideCharToMultiByte(code_page, 0, utf16, -1, destination, platform_size(size), nullptr, nullptr);
+int from_utf16(UINT code_page, char* destination, const Utf16& utf16, unsigned size) {
+    const int written = WideCharToMultiByte(code_page, 0, utf16.text.get(), utf16.units, destination,
+                                            platform_size(size), nullptr, nullptr);
     if (written > 0) return written - 1;
     if (GetLastError() != ERROR_INSUFFICIENT_BUFFER) destination[0] = 0;
     return static_cast<int>(bounded_length(destination, size));
@@ -40,8 +47,8 @@ int from_utf16(UINT code_page, char* destination, const wchar_t* utf16, unsigned
 int convert(UINT from, UINT to, char* destination, const char* source, unsigned size) {
     if (destination == nullptr || size == 0) return 0;
     destination[0] = 0;  // first: a source that is the destination reads as the empty text
-    const std::unique_ptr<wchar_t[]> utf16 = to_utf16(from, source);
-    return utf16 ? from_utf16(to, destination, utf16.get(), size) : 0;
+    const Utf16 utf16 = to_utf16(from, source);
+    return utf16.text ? from_utf16(to, destination, utf16, size) : 0;
 }
 
 unsigned convert_in_place(Converter converter, char* buffer, unsigned length) {
