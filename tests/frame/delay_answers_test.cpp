@@ -53,6 +53,7 @@ constexpr Function kFunctions[] = {
     {"shell32.dll",  "SHGetFolderPathA",     Failure::kHresult},
     {"shell32.dll",  "ShellExecuteA",        Failure::kZero},
     {"shlwapi.dll",  "StrToIntA",            Failure::kZero},
+    {"user32.dll",   "CharLowerA",           Failure::kZero},
     {"user32.dll",   "FindWindowA",          Failure::kZero},
     {"user32.dll",   "GetDesktopWindow",     Failure::kZero},
     {"user32.dll",   "GetWindowLongPtrA",    Failure::kZero},

@@ -48,4 +48,10 @@ Found<ServerAttributes> find_remote_service(BtHandle device, Wanted wanted) {
                                   Btsdk_EnumRemoteService, wanted);
 }
 
+template <typename Wanted>
+Found<RemoteDeviceProperty> find_remote_device(Wanted wanted) {
+    return walk<RemoteDeviceProperty>(RemoteDeviceEnum(Btsdk_StartEnumRemoteDevice(0, 0)),
+                                      Btsdk_EnumRemoteDevice, wanted);
+}
+
 }  // namespace vl

@@ -69,6 +69,11 @@ struct FileTraits {
     static HANDLE none() { return INVALID_HANDLE_VALUE; }
     static void close(HANDLE file) { CloseHandle(file); }
 };
+struct FindTraits {
+    using value = HANDLE;
+    static HANDLE none() { return INVALID_HANDLE_VALUE; }
+    static void close(HANDLE listing) { FindClose(listing); }
+};
 struct ViewTraits : NullIsNone<void*> {
     static void close(void* view) { UnmapViewOfFile(view); }
 };
@@ -107,6 +112,7 @@ struct RemoteDeviceEnumTraits : NullIsNone<BtHandle> {
 
 using UniqueHandle = Unique<HandleTraits>;
 using UniqueFile = Unique<FileTraits>;
+using UniqueFind = Unique<FindTraits>;  // a folder listing
 using UniqueView = Unique<ViewTraits>;
 using UniqueModule = Unique<ModuleTraits>;
 using UniqueRegistryKey = Unique<RegistryKeyTraits>;

@@ -21,6 +21,7 @@
 #include "vlcm/ports.h"
 #include "vlcm/printers.h"
 #include "vlcm/remote_files.h"
+#include "vlcm/send_to.h"
 #include "vlcm/settings.h"
 #include "vlcm/shell_items.h"
 #include "vlcm/shortcuts.h"

@@ -4,6 +4,7 @@
 #include "frame/settings.h"
 #include "language_library.h"
 #include "shortcuts/shortcut_record.h"
+#include "text/device_address.h"
 #include "text/wide_text.h"
 #include "vlcm/ports.h"
 
@@ -134,8 +135,8 @@ uint32_t remote_device_name(const uint8_t* address, char* buffer, uint32_t size)
         name[sizeof name - 1] = 0;
     }
     if (name[0] == 0) {
-        format_bounded(name, sizeof name, "%02X:%02X:%02X:%02X:%02X:%02X", address[5], address[4], address[3],
-                       address[2], address[1], address[0]);
+        static_assert(sizeof name >= text::kPrintedAddressSize);
+        text::print_device_address(address, name);
     }
     return hand_out<char>(name, buffer, size);
 }

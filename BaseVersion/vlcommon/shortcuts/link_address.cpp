@@ -1,5 +1,4 @@
 // The device that a Send-To link points at.
-#include "frame/bounded_text.h"
 #include "frame/link_file.h"
 #include "text/device_address.h"
 #include "text/wide_text.h"
@@ -14,13 +13,12 @@ void load(const LinkFile& link, const char* utf8_path) {
     link.load(path);  // not tested: a link that cannot be read has no arguments
 }
 
-// "-DEV_ADDR=" stands before the address; it is skipped unread.
+// What stands before the address is skipped unread.
 bool address_from_arguments(const LinkFile& link, uint8_t* address) {
-    constexpr size_t kPrefixLength = 10;
-    char arguments[kPathSize] = {};
-    link.get()->GetArguments(arguments, static_cast<int>(kPathSize));
+    char arguments[kPathSize];
+    link.read_arguments(arguments);
     if (arguments[0] == 0) return false;
-    if (address != nullptr) text::read_device_address(arguments + kPrefixLength, address);
+    if (address != nullptr) text::read_device_address(arguments + kDeviceArgumentLength, address);
     return true;
 }
 

@@ -31,6 +31,11 @@ void read_device_address(const char* text, unsigned char* address) {
     }
 }
 
+void print_device_address(const unsigned char* address, char* text) {
+    format_bounded(text, kPrintedAddressSize, "%02X:%02X:%02X:%02X:%02X:%02X", address[5], address[4],
+                   address[3], address[2], address[1], address[0]);
+}
+
 }  // namespace vl::text
 
 using namespace vl;
