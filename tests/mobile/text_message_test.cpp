@@ -1,8 +1,9 @@
-// The mobile switch and new text-message records.
+// The mobile switch; new text-message records and their end.
 #include "vlcm/companions.h"
 #include "vlcm/mobile.h"
 
 #include "support/call_patch.h"
+#include "support/guarded_buffer.h"
 #include "support/suite_test.h"
 #include "support/trace_log.h"
 
@@ -64,4 +65,57 @@ TEST_F(TextMessage, WithoutMemoryIsNullAndSaysSo) {
     EXPECT_EQ(support::trace_log(), (Lines{">512 VlCm_CreateMobileSMSInfo",
                                            "=512 error!!! CreateMobileProcInfo: can not alloc memory.\r\n",
                                            "<512 VlCm_CreateMobileSMSInfo"}));
+}
+
+namespace {
+
+// What a call with a bad record writes.
+const Lines kRefused = {">512 VlCm_DestroyMobileSMSInfo",
+                        "=512 error!!! DestroyMobileProcInfo: parameter is invalid.\r\n",
+                        "<512 VlCm_DestroyMobileSMSInfo"};
+
+}  // namespace
+
+TEST_F(TextMessage, IsFreedByTheTaskAllocator) {
+    VlSmsRecord* const record = VlCm_CreateMobileSMSInfo();
+    support::clear_trace_log();
+    support::CallPatch readable("IsBadReadPtr", IsBadReadPtr);
+    support::CallPatch freed("CoTaskMemFree", CoTaskMemFree);
+    VlCm_DestroyMobileSMSInfo(record);
+    const std::tuple<const void*, UINT_PTR> asked(record, kRecordSize);
+    ASSERT_EQ(readable.count(), 1u);
+    EXPECT_EQ(readable.calls()[0], asked);
+    ASSERT_EQ(freed.count(), 1u);
+    EXPECT_EQ(std::get<0>(freed.calls()[0]), record);
+    EXPECT_EQ(support::trace_log(),
+              (Lines{">512 VlCm_DestroyMobileSMSInfo", "<512 VlCm_DestroyMobileSMSInfo"}));
+}
+
+TEST_F(TextMessage, ThatIsNullIsRefusedWithoutALook) {
+    support::CallPatch readable("IsBadReadPtr", IsBadReadPtr);
+    support::CallPatch freed("CoTaskMemFree", CoTaskMemFree);
+    VlCm_DestroyMobileSMSInfo(nullptr);
+    EXPECT_EQ(readable.count() + freed.count(), 0u);
+    EXPECT_EQ(support::trace_log(), kRefused);
+}
+
+TEST_F(TextMessage, ThatCannotBeReadToItsEndIsLeftAlone) {
+    const support::GuardedBuffer short_by_one(kRecordSize - 1);
+    void* const kUnreadable[] = {short_by_one.as(), reinterpret_cast<void*>(16),
+                                 short_by_one.as() + short_by_one.size()};
+    support::CallPatch freed("CoTaskMemFree", CoTaskMemFree);
+    for (void* record : kUnreadable) {
+        support::clear_trace_log();
+        VlCm_DestroyMobileSMSInfo(static_cast<VlSmsRecord*>(record));
+        EXPECT_EQ(support::trace_log(), kRefused);
+    }
+    EXPECT_EQ(freed.count(), 0u);
+}
+
+TEST_F(TextMessage, ThatCanBeReadToItsEndIsFreed) {
+    const support::GuardedBuffer exact(kRecordSize);
+    support::CallPatch freed("CoTaskMemFree", CoTaskMemFree);
+    freed.answer([](void*) {});  // it is no task memory
+    VlCm_DestroyMobileSMSInfo(exact.as<VlSmsRecord>());
+    EXPECT_EQ(freed.count(), 1u);
 }
