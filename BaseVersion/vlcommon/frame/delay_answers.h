@@ -1,5 +1,5 @@
 // What a delay-loaded call returns when its DLL or function is missing. Zero means failure for
-// BOOL, handles, pointers and counts, but success for HRESULT and LSTATUS: those have rows.
+// BOOL, handles, pointers and counts, but success for HRESULT, LSTATUS and GDI+'s status: those have rows.
 #pragma once
 
 #include <windows.h>
@@ -27,6 +27,7 @@ inline FARPROC delay_answer_for(const char* dll, const char* function) {
         {"ole32.dll", "CoTaskMem", delay_answer<0>},
         {"ole32.dll", "Co", delay_answer<kFail>},
         {"advapi32.dll", "Reg", delay_answer<ERROR_PROC_NOT_FOUND>},
+        {"gdiplus.dll", "Gdip", delay_answer<18>},  // GdiplusNotInitialized
     };
     for (const Row& row : kRows) {
         if (_stricmp(dll, row.dll) == 0 && strncmp(function, row.prefix, strlen(row.prefix)) == 0) {

@@ -6,7 +6,8 @@
 
 namespace vl {
 
-// Loads `name` ("user32.dll") from the system folder; null when it is missing. The caller frees it.
+// Loads `name` ("user32.dll") from the system folder, GDI+ also from Windows' side-by-side assemblies; null
+// when it is missing. The caller frees it.
 HMODULE load_system_library(const char* name);
 
 }  // namespace vl

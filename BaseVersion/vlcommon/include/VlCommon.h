@@ -15,6 +15,7 @@
 #include "vlcm/contacts.h"
 #include "vlcm/display_names.h"
 #include "vlcm/handoff.h"
+#include "vlcm/images.h"
 #include "vlcm/localctl.h"
 #include "vlcm/mobile.h"
 #include "vlcm/phone_models.h"
