@@ -233,6 +233,21 @@ TEST_F(Neighbourhood, TellsWhoTakesAComPort) {
     EXPECT_NE(run({"ports"}).output.find("next free port: COM40"), std::string::npos);
 }
 
+TEST_F(Neighbourhood, NamesTheModemOfAComPortThatIsTaken) {
+    const char key[] =
+        "SYSTEM\\CurrentControlSet\\Control\\Class\\{4D36E96D-E325-11CE-BFC1-08002BE10318}\\0001";
+    support::RegistryScope registry;
+    registry.set(HKEY_LOCAL_MACHINE, key, "AttachedTo", "COM5");
+    registry.set(HKEY_LOCAL_MACHINE, key, "FriendlyName", "Ger\xE4tetreiber");
+    const Json used = ask({"ports"}, kNo).at("used");
+    for (const Json& row : used) {
+        const Json expected = row.at("port") == 5 ? Json("Ger\xC3\xA4tetreiber") : Json(nullptr);
+        EXPECT_EQ(row.at("modem"), expected) << row.at("port");
+    }
+    ASSERT_NE(row_of(used, "port", 5), nullptr);
+    EXPECT_NE(run({"ports"}).output.find("  modem     Ger"), std::string::npos);
+}
+
 TEST_F(Neighbourhood, AnswersNoWhenNoPortIsFree) {
     EXPECT_EQ(ask({"ports"}, kNo).at("free"), nullptr);
     EXPECT_NE(run({"ports"}).output.find("no free port"), std::string::npos);

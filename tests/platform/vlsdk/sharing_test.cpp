@@ -193,7 +193,8 @@ std::string large_scenario(uint32_t shortcuts) {
         const std::string handle = std::to_string(1000000 + number);
         devices += R"({"handle": )" + handle + "},";
         for (const char* name : {"a", "b"}) {
-            list += R"({"device": )" + handle + R"(, "class": 4357, "name": ")" + name + handle + "\"},";
+            list.append(R"({"device": )").append(handle).append(R"(, "class": 4357, "name": ")");
+            list.append(name).append(handle).append("\"},");
         }
     }
     devices.pop_back();

@@ -57,7 +57,10 @@ std::vector<Walked> walk(BtHandle enumeration, BtHandle (*next)(BtHandle, Record
                          Describe describe) {
     std::vector<Walked> items;
     if (enumeration == 0) return items;
-    for (Record record{}; const BtHandle handle = next(enumeration, &record); record = {}) {
+    while (true) {
+        Record record{};
+        const BtHandle handle = next(enumeration, &record);
+        if (handle == 0) break;
         Walked item = describe(record);
         item.handle = handle;
         items.push_back(item);
@@ -84,7 +87,7 @@ StackTest::~StackTest() {
 }
 
 std::vector<std::string> StackTest::take_misuse() {
-    const auto reports = read_all(VlSim_MisuseCount(), VlSim_GetMisuse);
+    auto reports = read_all(VlSim_MisuseCount(), VlSim_GetMisuse);
     VlSim_ClearMisuse();
     return reports;
 }
