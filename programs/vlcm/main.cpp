@@ -71,7 +71,10 @@ public:
 
 private:
     CLI::App* add(const char* name, const char* text, const Ask& ask, Print print) {
-        CLI::App* command = app_.add_subcommand(name, text);
+        return add_to(app_, name, text, ask, print);
+    }
+    CLI::App* add_to(CLI::App& parent, const char* name, const char* text, const Ask& ask, Print print) {
+        CLI::App* command = parent.add_subcommand(name, text);
         command->add_flag("--json", options_.json, "Answer as JSON");
         command->callback([this, ask, print] { result_ = answer(options_, ask, print); });
         return command;

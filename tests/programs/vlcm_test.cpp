@@ -1,44 +1,17 @@
 // vlcm.exe as a script runs it: what it tells is compared with what the library answers here.
-#include "suite_programs.h"
+#include "command_line.h"
 
 #include "VlCommon.h"
 #include "VlSim.h"
 #include "devices.h"
 #include "text.h"
 
-#include <nlohmann/json.hpp>
-
 using namespace programs;
 using namespace suite;
-using Json = nlohmann::json;
 
 namespace {
 
-constexpr DWORD kYes = 0, kNo = 1, kUsage = 2;
 constexpr uint32_t kTextSize = 260;
-
-struct Outcome {
-    DWORD exit_code;
-    std::string output;
-};
-
-class CommandLine : public SuitePrograms {
-protected:
-    [[nodiscard]] static Outcome run(const std::vector<std::string>& arguments) {
-        support::ChildProcess program("vlcm.exe", {arguments});
-        const DWORD code = program.wait();
-        return {code, program.output()};
-    }
-    // What a query answers with --json; the exit code must be `expected`.
-    [[nodiscard]] static Json ask(std::vector<std::string> arguments, DWORD expected = kYes) {
-        arguments.emplace_back("--json");
-        const Outcome answer = run(arguments);
-        EXPECT_EQ(answer.exit_code, expected) << answer.output;
-        Json facts = Json::parse(answer.output, nullptr, false);
-        EXPECT_FALSE(facts.is_discarded()) << answer.output;
-        return facts;
-    }
-};
 
 // The same in the neighbourhood that the simulated stack has by itself.
 class Neighbourhood : public CommandLine {
