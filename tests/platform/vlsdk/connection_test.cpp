@@ -73,11 +73,5 @@ TEST_F(Stack, PortsHaveSerialNumbersAndCanBeClosedAndTakenOut) {
     EXPECT_NE(Btsdk_PlugOutVComm(7777, 16), 0u);
 }
 
-TEST_F(Stack, ContactParserRefusesEveryContact) {
-    char contact[1296] = {};
-    EXPECT_NE(Btsdk_PIMParseContactDetails2("BEGIN:VCARD", contact), 0u);
-    EXPECT_EQ(contact[0], 0);
-}
-
 }  // namespace
 }  // namespace vlsim_test
