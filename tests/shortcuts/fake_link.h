@@ -43,6 +43,14 @@ public:
     }
     bool zeroed = true;  // was the buffer, when the arguments were asked for?
 
+    LPITEMIDLIST item_list = nullptr;  // given away
+    HRESULT item_list_result = E_NOTIMPL;
+    HRESULT STDMETHODCALLTYPE GetIDList(LPITEMIDLIST* list) override {
+        note("item list");
+        *list = item_list;
+        return item_list_result;
+    }
+
     // What the library has no business with.
     HRESULT STDMETHODCALLTYPE GetClassID(CLSID*) override { return note("GetClassID"); }
     HRESULT STDMETHODCALLTYPE IsDirty() override { return note("IsDirty"); }
@@ -52,7 +60,6 @@ public:
     HRESULT STDMETHODCALLTYPE GetPath(LPSTR, int, WIN32_FIND_DATAA*, DWORD) override {
         return note("GetPath");
     }
-    HRESULT STDMETHODCALLTYPE GetIDList(LPITEMIDLIST*) override { return note("GetIDList"); }
     HRESULT STDMETHODCALLTYPE SetIDList(LPCITEMIDLIST) override { return note("SetIDList"); }
     HRESULT STDMETHODCALLTYPE GetDescription(LPSTR, int) override { return note("GetDescription"); }
     HRESULT STDMETHODCALLTYPE SetDescription(LPCSTR) override { return note("SetDescription"); }
