@@ -78,13 +78,16 @@ bool used_by_class(int port, const SerialClass& row) {
 }
 
 // Of the common settings file.
-void settings_path(char (&path)[MAX_PATH]) {
+constexpr char kFile[] = "\\SysWOW64\\vlcs.ini";
+using SettingsPath = char[MAX_PATH + sizeof kFile];
+
+void settings_path(SettingsPath& path) {
     SHGetFolderPathA(nullptr, CSIDL_WINDOWS, nullptr, SHGFP_TYPE_DEFAULT, path);
-    strcat(path, "\\SysWOW64\\vlcs.ini");
+    memcpy(path + strlen(path), kFile, sizeof kFile);
 }
 
 bool claimed_by_virtual_device(int port) {
-    char path[MAX_PATH];
+    SettingsPath path;
     settings_path(path);
     const auto count = static_cast<int>(GetPrivateProfileIntA("LocalBluetooth", "VirtualDeviceNum", 0, path));
     for (int i = 0; i < count; ++i) {
@@ -124,7 +127,7 @@ extern "C" BOOL Floor_IsPortUsed(int port) {
 }
 
 extern "C" int Floor_FreePort() {
-    char path[MAX_PATH];
+    SettingsPath path;
     settings_path(path);
     for (int i = 1; i < 255; ++i) {
         char key[16];

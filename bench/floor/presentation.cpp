@@ -74,8 +74,8 @@ extern "C" BOOL Floor_RemoteDeviceStatus(uint32_t device, char* buffer, uint32_t
     int length = LoadStringA(texts, id, buffer, static_cast<int>(size));
     Btsdk_IsDevicePaired(device, &paired);
     if ((paired & 0xFF) == 1) {
-        memcpy(buffer + length, ", ", 2);
-        length += 2;
+        buffer[length++] = ',';
+        buffer[length++] = ' ';
         LoadStringA(texts, kPairedId, buffer + length, static_cast<int>(size) - length);
     }
     FreeLibrary(texts);

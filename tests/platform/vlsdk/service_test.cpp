@@ -51,6 +51,15 @@ TEST_F(Service, ExtensionIsABlockOfTheStacksAllocator) {
     EXPECT_EQ(VlSim_LiveCount(VLSIM_BLOCKS), 0u);
 }
 
+TEST_F(Service, ExtensionIsWhole) {
+    VlSim_Set("/servers", R"([{"handle": 1, "class": "0x1101", "extension": "01 02 03 04 05 06 07 08"}])");
+    ServerAttributes record = query(kServerMaskExtension);
+    ASSERT_EQ(Btsdk_GetServerAttributes(1, &record), 0u);
+    const uint8_t expected[] = {1, 2, 3, 4, 5, 6, 7, 8};
+    EXPECT_EQ(memcmp(record.extension, expected, sizeof expected), 0);
+    Btsdk_FreeMemory(record.extension);
+}
+
 TEST_F(Service, WithoutExtendedAttributesThereIsNoBlock) {
     ServerAttributes record = query(kServerMaskExtension);
     ASSERT_EQ(Btsdk_GetServerAttributes(kPushServer, &record), 0u);

@@ -74,9 +74,20 @@ TEST_F(Settings, FileIsMadeWrittenSharedForReadingAndClosed) {
     uint32_t written = 0;
     EXPECT_TRUE(Btsdk_WriteFile(file, "content", 7, &written, nullptr));
     EXPECT_EQ(written, 7u);
+    const HANDLE reader = CreateFileA(path(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(reader, INVALID_HANDLE_VALUE);
+    CloseHandle(reader);
     EXPECT_TRUE(Btsdk_CloseHandle(file));
     EXPECT_EQ(content(), "content");
     EXPECT_EQ(VlSim_LiveCount(VLSIM_FILES), 0u);
+}
+
+TEST_F(Settings, FileThatIsNotOpenIsNotClosed) {
+    SetLastError(ERROR_SUCCESS);
+    EXPECT_FALSE(Btsdk_CloseHandle(INVALID_HANDLE_VALUE));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
+    EXPECT_EQ(take_misuse().size(), 1u);
 }
 
 TEST_F(Settings, FileThatCannotBeOpenedIsTheInvalidHandle) {
