@@ -22,12 +22,12 @@ HWND make_window(WNDPROC procedure) {
                            nullptr, nullptr, cls.hInstance, nullptr);
 }
 
+}  // namespace
+
 std::string described(const Message& message) {
     return "message " + hex(message.number, 4) + " wParam " + hex(message.wparam, 1) + " lParam " +
            hex(static_cast<UINT_PTR>(message.lparam), 1);
 }
-
-}  // namespace
 
 HiddenWindow::HiddenWindow(const EventLog& log, const char* title, Handler handler, LONG_PTR mark)
     : log_(log), handler_(std::move(handler)), window_(make_window(on_message)) {

@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <string>
 
 namespace programs {
 
@@ -16,6 +17,8 @@ struct Message {
     WPARAM wparam;
     LPARAM lparam;
 };
+// The line of the log for a message.
+[[nodiscard]] std::string described(const Message& message);
 
 // Every message of the protocol is logged and then handled. WM_QUIT, posted to the window, and WM_CLOSE
 // end the program; WM_QUIT is logged too.
@@ -43,7 +46,8 @@ private:
     HWND window_;
 };
 
-// Window class of all hidden windows; titles tell them apart.
+// Window class of all hidden windows; titles tell them apart. The main window has a class of its own.
 inline constexpr char kWindowClass[] = "VeltrinHiddenWindow";
+inline constexpr wchar_t kMainWindowClass[] = L"VeltrinMainWindow";
 
 }  // namespace programs

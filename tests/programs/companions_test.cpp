@@ -69,11 +69,13 @@ TEST_F(MainWindow, HasATitleWithoutASetting) {
 TEST_F(MainWindow, ThatRunsShowsItself) {
     const support::ChildProcess program("Veltrin.exe");
     EXPECT_TRUE(logs(L"Veltrin", "window \"QVN Veltrin\""));
-    EXPECT_FALSE(IsWindowVisible(FindWindowA(nullptr, "QVN Veltrin")));
+    const HWND window = FindWindowA(nullptr, "QVN Veltrin");
+    ShowWindow(window, SW_HIDE);
+    ASSERT_FALSE(IsWindowVisible(window));
     VlCm_OpenVluiExe();
     EXPECT_TRUE(logs(L"Veltrin", "message 0x0586 wParam 0x0 lParam 0x0"));
     EXPECT_TRUE(logs(L"Veltrin", "shown"));
-    EXPECT_TRUE(IsWindowVisible(FindWindowA(nullptr, "QVN Veltrin")));
+    EXPECT_TRUE(IsWindowVisible(window));
     EXPECT_EQ(starts(L"Veltrin"), 1u);
 }
 

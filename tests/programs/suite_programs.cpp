@@ -46,10 +46,13 @@ std::string without_stamp(const std::string& line) {
     return process == std::string::npos || text == std::string::npos ? line : line.substr(text + 1);
 }
 
+// The hidden windows of the suite's programs, and its main window.
 BOOL CALLBACK add_program(HWND window, LPARAM list) {
-    char name[64] = "";
-    GetClassNameA(window, name, sizeof name);
-    if (strcmp(name, kWindowClass) == 0) reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, 64);
+    const bool hidden = name == wide(kWindowClass);
+    if (hidden || wcscmp(name, kMainWindowClass) == 0)
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
     return TRUE;
 }
 

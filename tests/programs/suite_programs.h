@@ -41,7 +41,7 @@ public:
     AgentProcess();
 };
 
-// Closes all programs that have a hidden window and waits for their end.
+// Closes all programs of the suite that have a window and waits for their end.
 void close_programs();
 // The process of the window with this title; 0: there is none.
 [[nodiscard]] DWORD process_of_window(const char* title);
