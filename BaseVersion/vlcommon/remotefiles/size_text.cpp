@@ -53,10 +53,12 @@ void append_rounded(Text& text, const FileSize& size, const Word& word) {
 }
 
 // The exact count. Without an upper half it is printed signed: from 2 GiB on it is negative.
-bool write_digits(const FileSize& size, char (&digits)[kDigitsSize]) {
-    if (size.high != 0) return VlCm_U64TOA(size.high, size.low, digits, kDigitsSize) > 0;
-    format_bounded(digits, kDigitsSize, "%d", static_cast<int32_t>(size.low));
-    return true;
+void write_digits(const FileSize& size, char (&digits)[kDigitsSize]) {
+    if (size.high != 0) {
+        VlCm_U64TOA(size.high, size.low, digits, kDigitsSize);
+    } else {
+        format_bounded(digits, kDigitsSize, "%d", static_cast<int32_t>(size.low));
+    }
 }
 
 // A comma before every three characters that have any other before them, be it the sign.
@@ -72,14 +74,13 @@ void append_grouped(Text& text, const char* digits) {
     text::append(text, grouped);
 }
 
-bool append_detail(Text& text, const FileSize& size, const Word& word) {
-    char digits[kDigitsSize] = {};
-    if (!write_digits(size, digits)) return false;
+void append_detail(Text& text, const FileSize& size, const Word& word) {
+    char digits[kDigitsSize];
+    write_digits(size, digits);
     text::append(text, L" (");
     append_grouped(text, digits);
     text::append(text, word);
     text::append(text, L")");
-    return true;
 }
 
 // The length is the answer even when the text does not fit.
@@ -94,7 +95,7 @@ uint32_t write_size(const FileSize& size, const Word& word, char* buffer, uint32
     if (size.low == 0 && size.high == 0) return write_empty_size(word, buffer, room);
     Text text = {};
     append_rounded(text, size, word);
-    if (detail && !append_detail(text, size, word)) return 0;
+    if (detail) append_detail(text, size, word);
     char utf8[kUtf8Size];
     if (!text::wide_to_utf8(utf8, sizeof utf8, text)) return 0;
     const size_t bytes = strlen(utf8);

@@ -37,7 +37,7 @@ VLCM_CHECK(sizeof(VlRemoteFileRecord) == 868, "size");
  *
  * @return length of the text in UTF-16 characters. For the size 0 this is so even when the text does not
  *         fit: it then ends where the room does, without a terminator
- * @retval 0  null or empty buffer, no "Vl2Res.dll", no memory, the text does not fit or has 260 bytes or
+ * @retval 0  null or empty buffer, no "Vl2Res.dll", the text does not fit or has 260 bytes or
  *            more; the buffer is untouched
  */
 VLCM_API uint32_t VlCm_GetFTPFileSizeString(uint32_t sizeLow, uint32_t sizeHigh,
