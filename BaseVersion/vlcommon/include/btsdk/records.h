@@ -26,7 +26,7 @@ typedef struct ShortcutProperty {
     char name[164];           /**< Shortcut name, UTF-8. */
     char serviceName[80];     /**< Service name, UTF-8. */
     uint32_t deviceClass;     /**< Of the remote device. */
-    uint8_t isDefault;        /**< 1: default shortcut of its service class. */
+    uint8_t isDefault;        /**< 1: default shortcut of its device. */
     uint8_t reserved277;      /**< The stack's. */
     uint16_t parameterLength; /**< Bytes at parameter: in its room, out its true length. */
     void *parameter;          /**< Application parameter, the caller's block (mask 64). */

@@ -49,7 +49,7 @@ VLCM_CHECK(offsetof(VlObexConnection, targetLength) == 16, "offset");
 VLCM_API uint32_t VlCm_GetServiceClass(uint32_t handle, uint16_t kind, _Out_opt_ uint16_t* serviceClass);
 
 /**
- * Makes a shortcut the default one of its service class. The flags of other shortcuts are left to the
+ * Makes a shortcut the default one of its device. The flags of other shortcuts are left to the
  * stack. Opens the trace scope "VlCm_SetDefaultShortCut " (with a closing blank).
  *
  * @param[in] shortcut  shortcut handle
@@ -61,7 +61,7 @@ VLCM_API uint32_t VlCm_GetServiceClass(uint32_t handle, uint16_t kind, _Out_opt_
 VLCM_API uint32_t VlCm_SetDefaultShortCut(uint32_t shortcut);
 
 /**
- * Whether a shortcut is the default one of its service class. Opens the trace scope
+ * Whether a shortcut is the default one of its device. Opens the trace scope
  * "VlCm_IsDefaultShortcut" under module 1024.
  *
  * @param[in] shortcut  shortcut handle; 0 gives FALSE without asking the stack
