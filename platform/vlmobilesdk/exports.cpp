@@ -1,4 +1,5 @@
 // The exported walks. An enumeration holds the models as they were when it was started.
+#include "../locks.h"
 #include "VlMobileSDK.h"
 #include "model_file.h"
 
@@ -10,17 +11,6 @@
 #include <memory>
 
 namespace {
-
-class Lock {
-public:
-    explicit Lock(SRWLOCK& lock) : lock_(lock) { AcquireSRWLockExclusive(&lock_); }
-    ~Lock() { ReleaseSRWLockExclusive(&lock_); }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-
-private:
-    SRWLOCK& lock_;
-};
 
 template <size_t room>
 bool copy_text(char (&field)[room], const std::string& text) {
@@ -49,14 +39,14 @@ public:
         for (const vlmobile::Model& model : *models) {
             if (!fill(walk->entries.emplace_back(), model)) return nullptr;
         }
-        const Lock lock(lock_);
+        const locks::Exclusive held(lock_);
         void* const handle = walk.get();
         walks_.emplace(handle, std::move(walk));
         return handle;
     }
 
     uint32_t next(void* handle, void* entry) {
-        const Lock lock(lock_);
+        const locks::Exclusive held(lock_);
         const auto found = walks_.find(handle);
         if (found == walks_.end() || entry == nullptr) return 0;
         Walk& walk = *found->second;
@@ -66,7 +56,7 @@ public:
     }
 
     uint32_t end(void* handle) {
-        const Lock lock(lock_);
+        const locks::Exclusive held(lock_);
         return walks_.erase(handle) == 1 ? 0 : ERROR_INVALID_HANDLE;
     }
 

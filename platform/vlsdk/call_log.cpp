@@ -1,7 +1,7 @@
 #include "call_log.h"
 
+#include "../locks.h"
 #include "faults.h"
-#include "locks.h"
 #include "operation.h"
 
 #include <cstring>
@@ -28,24 +28,24 @@ void set_logging(bool on) {
 }
 
 void log_call(const Operation& called, std::string text) {
-    const Exclusive held(lock);
+    const locks::Exclusive held(lock);
     entries.push_back({&called, std::move(text)});
 }
 
 void clear_log() {
-    const Exclusive held(lock);
+    const locks::Exclusive held(lock);
     entries.clear();
 }
 
 uint32_t call_count(const char* name) {
-    const Shared held(lock);
+    const locks::Shared held(lock);
     return static_cast<uint32_t>(std::count_if(entries.begin(), entries.end(), [name](const Entry& entry) {
         return !name || std::strcmp(entry.called->name, name) == 0;
     }));
 }
 
 std::optional<std::string> logged_call(uint32_t index) {
-    const Shared held(lock);
+    const locks::Shared held(lock);
     if (index >= entries.size()) return std::nullopt;
     return entries[index].text;
 }

@@ -1,8 +1,8 @@
 // Resources that callers in this process hold and have to give back.
 #pragma once
 
+#include "../locks.h"
 #include "VlSim.h"
-#include "locks.h"
 
 #include <cstdint>
 #include <unordered_map>
@@ -17,20 +17,20 @@ template <typename Key, typename Value>
 class Ledger {
 public:
     void add(Key key, Value value) {
-        const Exclusive held(lock_);
+        const locks::Exclusive held(lock_);
         entries_.insert_or_assign(key, Entry{current_epoch(), std::move(value)});
     }
 
     // False when there is no such resource: given back twice, or never taken here.
     [[nodiscard]] bool remove(Key key) {
-        const Exclusive held(lock_);
+        const locks::Exclusive held(lock_);
         return entries_.erase(key) == 1;
     }
 
     // Uses a resource under the lock. @return false: no such resource
     template <typename Use>
     [[nodiscard]] bool use(Key key, Use use_value) {
-        const Exclusive held(lock_);
+        const locks::Exclusive held(lock_);
         const auto found = entries_.find(key);
         if (found == entries_.end()) return false;
         use_value(found->second.value);
@@ -38,7 +38,7 @@ public:
     }
 
     [[nodiscard]] uint32_t count() {
-        const Shared held(lock_);
+        const locks::Shared held(lock_);
         uint32_t live = 0;
         for (const auto& each : entries_) live += each.second.epoch == current_epoch();
         return live;

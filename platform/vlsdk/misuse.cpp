@@ -1,6 +1,6 @@
 #include "misuse.h"
 
-#include "locks.h"
+#include "../locks.h"
 
 #include <algorithm>
 #include <array>
@@ -18,22 +18,22 @@ std::vector<std::string> reports;
 }  // namespace
 
 void report_misuse(const char* operation, const std::string& what) {
-    const Exclusive held(lock);
+    const locks::Exclusive held(lock);
     reports.push_back(std::string(operation) + ": " + what);
 }
 
 void clear_misuse() {
-    const Exclusive held(lock);
+    const locks::Exclusive held(lock);
     reports.clear();
 }
 
 uint32_t misuse_count() {
-    const Shared held(lock);
+    const locks::Shared held(lock);
     return static_cast<uint32_t>(reports.size());
 }
 
 std::optional<std::string> misuse_report(uint32_t index) {
-    const Shared held(lock);
+    const locks::Shared held(lock);
     if (index >= reports.size()) return std::nullopt;
     return reports[index];
 }

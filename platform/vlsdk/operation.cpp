@@ -1,8 +1,8 @@
 #include "operation.h"
 
+#include "../locks.h"
 #include "call_log.h"
 #include "faults.h"
-#include "locks.h"
 #include "misuse.h"
 
 #include <windows.h>
@@ -41,7 +41,7 @@ Operation::Operation(const char* exported_name) : name(exported_name), next(firs
 }
 
 std::optional<uint32_t> striking_fault(Operation& called) {
-    const Exclusive held(lock);
+    const locks::Exclusive held(lock);
     std::optional<uint32_t> code;
     for (auto fault = called.faults.begin(); fault != called.faults.end();) {
         if (fault->remaining == 0) {
@@ -76,7 +76,7 @@ void* active_hook(const Operation& called) {
 }
 
 void update_watched() {
-    const Exclusive held(lock);
+    const locks::Exclusive held(lock);
     watched.store(any_watched());
 }
 
@@ -84,7 +84,7 @@ void add_fault(const char* name, uint32_t nth, uint32_t code) {
     Operation* const failing = find("VlSim_Fail", name);
     if (!failing) return;
     {
-        const Exclusive held(lock);
+        const locks::Exclusive held(lock);
         failing->faults.push_back({nth, code});
     }
     update_watched();
@@ -99,7 +99,7 @@ void set_hook(const char* name, void* function) {
 
 void clear_faults() {
     {
-        const Exclusive held(lock);
+        const locks::Exclusive held(lock);
         for (Operation* each = first_operation; each; each = each->next) {
             each->faults.clear();
             each->hook.store(nullptr);

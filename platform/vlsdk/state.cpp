@@ -1,7 +1,7 @@
 #include "state.h"
 
+#include "../locks.h"
 #include "document.h"
-#include "locks.h"
 #include "misuse.h"
 #include "resource.h"
 #include "shared_file.h"
@@ -80,7 +80,7 @@ bool store(Copy& into, const SharedFile::Lock& held) {
 }
 
 void refresh(Copy& into) {
-    const Exclusive held(lock);
+    const locks::Exclusive held(lock);
     const SharedFile::Lock file(into.file);
     load(into, file);
 }
@@ -104,7 +104,7 @@ State::State() : model_(copy().model) {
 State::~State() { ReleaseSRWLockShared(&lock); }
 
 bool change_document(const std::function<bool(json&)>& change) {
-    const Exclusive held(lock);
+    const locks::Exclusive held(lock);
     const SharedFile::Lock file(copy().file);
     load(copy(), file);
     json changed = copy().document;

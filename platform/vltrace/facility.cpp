@@ -1,18 +1,9 @@
 #include "facility.h"
 
+#include "../locks.h"
+
 namespace vltrace {
 namespace {
-
-class Lock {
-public:
-    explicit Lock(SRWLOCK& lock) : lock_(lock) { AcquireSRWLockExclusive(&lock_); }
-    ~Lock() { ReleaseSRWLockExclusive(&lock_); }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-
-private:
-    SRWLOCK& lock_;
-};
 
 int64_t ticks() {
     LARGE_INTEGER now;
@@ -48,7 +39,7 @@ void Facility::detach() {
 
 void Facility::end_thread() {
     if (!listening()) return;
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     const size_t told = census_.reports().size();
     census_.end_thread(GetCurrentThreadId());
     tell_new_reports(told);
@@ -56,7 +47,7 @@ void Facility::end_thread() {
 
 void Facility::enter(ScopeObject& object, uint32_t module, const char* name) {
     const std::string copy = name ? name : "(null)";  // outside the lock: the pointer may be bad
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     const size_t told = census_.reports().size();
     const uint32_t thread = GetCurrentThreadId();
     census_.enter(object, module, copy, thread);
@@ -68,7 +59,7 @@ void Facility::enter(ScopeObject& object, uint32_t module, const char* name) {
 
 void Facility::leave(ScopeObject& object) {
     const int64_t entered = object.entered;
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     const size_t told = census_.reports().size();
     const uint32_t thread = GetCurrentThreadId();
     OpenScope scope{};
@@ -82,13 +73,13 @@ void Facility::leave(ScopeObject& object) {
 }
 
 void Facility::write(uint32_t module, const char* format, const std::string& text) {
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     log('=', module, text, format);
     if (writer_.shows(module)) writer_.line(module, shown_depth(GetCurrentThreadId()), '=', text);
 }
 
 void Facility::enable_log(bool on) {
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     logging_ = on;
     listening_ = on || writer_.active();
     log_.clear();
@@ -96,27 +87,27 @@ void Facility::enable_log(bool on) {
 }
 
 void Facility::clear_log() {
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     log_.clear();
 }
 
 size_t Facility::log_size() {
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     return log_.size();
 }
 
 LogEntry Facility::log_entry(size_t index) {
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     return index < log_.size() ? log_[index] : LogEntry{};
 }
 
 std::vector<std::string> Facility::open_scopes() {
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     return census_.open_scopes();
 }
 
 std::vector<std::string> Facility::reports() {
-    const Lock lock(lock_);
+    const locks::Exclusive held(lock_);
     return census_.reports();
 }
 

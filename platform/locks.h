@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-namespace vlsim {
+namespace locks {
 
 class Exclusive {
 public:
@@ -27,4 +27,4 @@ private:
     SRWLOCK& lock_;
 };
 
-}  // namespace vlsim
+}  // namespace locks
