@@ -13,14 +13,15 @@ public:
 
     explicit operator bool() const { return static_cast<bool>(library_); }
 
-    // Loads a text cut to the buffer, terminator included. One that is missing leaves the zeroed buffer.
+    // Loads a text cut to the buffer, terminator included. One that is missing leaves the zeroed buffer, and
+    // so does a missing library: to Windows, no module is the running program.
     template <typename Char, size_t size>
     void load(uint32_t id, Char (&buffer)[size]) const {
-        text::load_string(library_.get(), id, buffer, size);
+        load(id, buffer, size);
     }
     template <typename Char>
     void load(uint32_t id, Char* buffer, size_t size) const {
-        text::load_string(library_.get(), id, buffer, size);
+        if (library_) text::load_string(library_.get(), id, buffer, size);
     }
 
 private:
