@@ -33,6 +33,8 @@ enum RelayedMessage : uint32_t {
     kPushFiles = 0x43020205,
     kTransferFiles = 0x43050205,
     kContactsToPhone = 0x60390206,
+    kUsePhoneConnection = 0x60350206,  // the parameter is the connection
+    kEndPhoneConnection = 0x60360206,
 };
 
 enum ServiceClass : uint32_t {

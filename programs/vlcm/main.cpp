@@ -1,6 +1,8 @@
 // vlcm.exe: the Bluetooth neighbourhood on the command line, as VlCommon.dll tells it.
 #include "arguments.h"
 #include "commands.h"
+#include "model.h"
+#include "sms.h"
 
 #include <windows.h>
 
@@ -21,6 +23,9 @@ Examples:
   vlcm device A4:C1:38:2D:5E:01
   vlcm connectable "Lena's phone"
   vlcm send "Lena's phone" letter.txt photo.jpg --via ftp
+  vlcm sms "Lena's phone" --to "+49 30 1234567" "See you at eight"
+  vlcm model set "Lena's phone" --manufacturer Norvik --model N740
+  vlcm model match "Lena's phone"
 
 Exit codes:
   0  the answer is yes, or everything was found and done
@@ -35,6 +40,8 @@ struct Options {
     bool all = false;
     std::string address;
     Sending sending;
+    ModelRequest model;
+    MessageRequest message;
 };
 
 using Ask = std::function<Answer(const Options&)>;
@@ -58,6 +65,8 @@ public:
         add_neighbourhood();
         add_device_queries();
         add_send();
+        add_models();
+        add_sms();
     }
 
     int run() {
@@ -118,6 +127,47 @@ private:
         command->add_option("--via", sending.way, "How")
             ->check(CLI::IsMember({"push", "ftp", "print"}))
             ->capture_default_str();
+    }
+    void add_models() {
+        CLI::App* models = app_.add_subcommand("model", "Which model a phone is");
+        models->require_subcommand(1);
+        const auto ask = [](Answer (*rule)(const ModelRequest&)) -> Ask {
+            return [rule](const Options& given) { return rule(given.model); };
+        };
+        const char* address = "Address of the phone, or name of a known one";
+        std::string& phone = options_.model.address;
+        add_to(*models, "get", "The model that is kept for a phone", ask(ask_model), print_model)
+            ->add_option("ADDRESS", phone, address)
+            ->required();
+        CLI::App* set = add_to(*models, "set", "Keep a phone's model", ask(set_model), print_model);
+        set->add_option("ADDRESS", phone, address)->required();
+        add_model_names(set, true);
+        add_to(*models, "delete", "Forget a phone's model", ask(delete_model), print_model)
+            ->add_option("ADDRESS", phone, address)
+            ->required();
+        CLI::App* match =
+            add_to(*models, "match", "Whether the mobile SDK knows a phone's model, or the one that is named",
+                   ask(match_model), print_match);
+        match->add_option("ADDRESS", phone, address);
+        add_model_names(match, false);
+    }
+    void add_model_names(CLI::App* command, bool modules) {
+        ModelRequest& model = options_.model;
+        command->add_option("--manufacturer", model.manufacturer, "Manufacturer")->required(modules);
+        command->add_option("--model", model.model, "Model name");
+        command->add_option("--alternative", model.alternative, "Another name of the model");
+        if (!modules) return;
+        command->add_option("--base", model.base, "Base module; its file name is kept");
+        command->add_option("--plug", model.plug, "Plug-in module; its file name is kept");
+    }
+    void add_sms() {
+        MessageRequest& message = options_.message;
+        CLI::App* command = add(
+            "sms", "Hand a text message to the message editor",
+            [](const Options& given) { return ask_sms(given.message); }, print_sms);
+        command->add_option("ADDRESS", message.device, "Address or name of the phone")->required();
+        command->add_option("TEXT", message.text, "The message")->required();
+        command->add_option("--to", message.number, "Number to send it to")->required();
     }
 
     CLI::App app_{"The Bluetooth neighbourhood, as VlCommon.dll tells it", "vlcm"};

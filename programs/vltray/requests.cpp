@@ -86,6 +86,10 @@ void Requests::handle(uint32_t message, uint32_t parameter) {
         take_files(*request, parameter);
     } else if (message == kContactsToOutlook) {
         take_outlook_contacts();
+    } else if (message == kUsePhoneConnection) {
+        phones_.use(parameter);
+    } else if (message == kEndPhoneConnection) {
+        phones_.end(parameter);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "delivery_queue.h"
 #include "event_log.h"
+#include "phone_connections.h"
 
 #include <stdint.h>
 
@@ -10,9 +11,10 @@ namespace programs {
 
 class Requests {
 public:
-    explicit Requests(const EventLog& log) : log_(log), deliveries_(log) {}
+    explicit Requests(const EventLog& log) : log_(log), deliveries_(log), phones_(log) {}
 
-    // Requests to send take the waiting list at once; any other message is only logged.
+    // Requests to send take the waiting list at once, those about phones are noted; any other message is
+    // only logged.
     void handle(uint32_t message, uint32_t parameter);
 
 private:
@@ -21,6 +23,7 @@ private:
 
     const EventLog& log_;
     DeliveryQueue deliveries_;
+    PhoneConnections phones_;
 };
 
 }  // namespace programs
