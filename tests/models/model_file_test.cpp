@@ -169,6 +169,9 @@ TEST_F(GetModel, NamesTheSectionInUpperCaseWithTwoDigitsForEachByte) {
         VlDeviceModel model;
         EXPECT_EQ(VlCm_GetDeviceModel(row.address, &model), 1);
         EXPECT_STREQ(model.manu, row.label);
+        const Lines reads = support::sdk_calls(kRead);
+        EXPECT_NE(reads.at(0).find(std::string("(\"") + row.section + "\""), std::string::npos) << reads[0];
+        support::clear_sdk_log();
     });
 }
 
