@@ -3,6 +3,7 @@
 #include "call_log.h"
 #include "document.h"
 #include "faults.h"
+#include "home_folder.h"
 #include "live.h"
 #include "misuse.h"
 #include "state.h"

@@ -2,11 +2,11 @@
 
 #include "../locks.h"
 #include "document.h"
+#include "home_folder.h"
 #include "misuse.h"
 #include "resource.h"
 #include "shared_file.h"
 
-#include <filesystem>
 #include <memory>
 
 namespace vlsim {
@@ -29,20 +29,6 @@ SRWLOCK lock = SRWLOCK_INIT;
 Copy& copy() {
     static Copy only;
     return only;
-}
-
-std::wstring environment(const wchar_t* name) {
-    wchar_t value[MAX_PATH];
-    const DWORD length = GetEnvironmentVariableW(name, value, MAX_PATH);
-    return length < MAX_PATH ? std::wstring(value, length) : std::wstring();
-}
-
-std::wstring make_home_folder() {
-    std::wstring folder = environment(L"VLSIM_HOME");
-    if (folder.empty()) folder = environment(L"LOCALAPPDATA") + L"\\vlsim";
-    std::error_code ignored;  // a folder that cannot be made shows when the file is written
-    std::filesystem::create_directories(folder, ignored);
-    return std::filesystem::absolute(folder, ignored).wstring();
 }
 
 void take(Copy& into, json document) {
@@ -86,11 +72,6 @@ void refresh(Copy& into) {
 }
 
 }  // namespace
-
-const std::wstring& home_folder() {
-    static const std::wstring folder = make_home_folder();
-    return folder;
-}
 
 State::State() : model_(copy().model) {
     for (;;) {

@@ -3,8 +3,6 @@
 
 #include "model.h"
 
-#include <string>
-
 namespace vlsim {
 
 // The state for the length of a scope, as fresh as the shared file. Do not change the state meanwhile.
@@ -20,8 +18,5 @@ public:
 private:
     const Model& model_;
 };
-
-// The folder of the shared file: VLSIM_HOME, else "vlsim" in the local application data.
-[[nodiscard]] const std::wstring& home_folder();
 
 }  // namespace vlsim
