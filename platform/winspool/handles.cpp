@@ -1,6 +1,6 @@
 #include "handles.h"
 
-#include "locks.h"
+#include "../locks.h"
 #include "misuse.h"
 
 #include <map>
@@ -18,7 +18,7 @@ uintptr_t next_value = kFirst;  // none is used twice
 }  // namespace
 
 HANDLE new_handle(const std::string& name, ACCESS_MASK access) {
-    const vlsim::Exclusive held(lock);
+    const locks::Exclusive held(lock);
     next_value += kStep;
     handles[next_value] = {name, access};
     return reinterpret_cast<HANDLE>(next_value);
@@ -26,7 +26,7 @@ HANDLE new_handle(const std::string& name, ACCESS_MASK access) {
 
 std::optional<OpenedPrinter> printer_of(const char* function, HANDLE handle) {
     {
-        const vlsim::Shared held(lock);
+        const locks::Shared held(lock);
         const auto found = handles.find(reinterpret_cast<uintptr_t>(handle));
         if (found != handles.end()) return found->second;
     }
@@ -36,12 +36,12 @@ std::optional<OpenedPrinter> printer_of(const char* function, HANDLE handle) {
 }
 
 void drop_handle(HANDLE handle) {
-    const vlsim::Exclusive held(lock);
+    const locks::Exclusive held(lock);
     handles.erase(reinterpret_cast<uintptr_t>(handle));
 }
 
 uint32_t open_handles() {
-    const vlsim::Shared held(lock);
+    const locks::Shared held(lock);
     return static_cast<uint32_t>(handles.size());
 }
 
