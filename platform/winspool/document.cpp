@@ -42,7 +42,8 @@ void check_printer(json& printer) {
         if (job.contains("reads") && !job.at("reads").is_number_unsigned())
             throw std::invalid_argument("reads");
     }
-    for (const auto& [operation, error] : printer.value("refuses", json::object()).items()) {
+    const json refusals = printer.value("refuses", json::object());
+    for (const auto& [operation, error] : refusals.items()) {
         if (!error.is_number_unsigned()) throw std::invalid_argument(operation);
     }
 }
