@@ -7,6 +7,7 @@
 #include "support/trace_log.h"
 
 #include "vlcm/companions.h"
+#include "vlcm/images.h"
 #include "vlcm/mobile.h"
 #include "vlcm/settings.h"
 
@@ -203,6 +204,19 @@ TEST_F(WithoutSystemDlls, EachIsSoughtInTheSystemFolderByItsFullPath) {
     library_.get("Vlcm_SHFree", Vlcm_SHFree)(path);
     EXPECT_EQ(paths, (std::vector<std::string>{std::string(folder) + "\\shell32.dll",
                                                std::string(folder) + "\\ole32.dll"}));
+}
+
+// It may be a side-by-side assembly, which the system folder does not have.
+TEST_F(WithoutSystemDlls, GdiPlusIsSoughtByItsBareNameToo) {
+    unsigned char encoding = 0xCD;
+    library_.get("VlCm_GetImgEncodeEx", VlCm_GetImgEncodeEx)("picture.jpg", &encoding);
+    EXPECT_EQ(encoding, 0xCD);
+    const auto calls = loading_.calls();
+    ASSERT_EQ(calls.size(), 2u);
+    EXPECT_EQ(std::get<2>(calls[0]), static_cast<DWORD>(LOAD_WITH_ALTERED_SEARCH_PATH));
+    EXPECT_STREQ(std::get<0>(calls[1]), "gdiplus.dll");
+    EXPECT_EQ(std::get<1>(calls[1]), nullptr);
+    EXPECT_EQ(std::get<2>(calls[1]), 0u);
 }
 
 TEST(WithoutSystemFunctions, TheLibraryStillAnswers) {
