@@ -16,7 +16,6 @@
 namespace {
 
 using Lines = std::vector<std::string>;
-using support::SettingsFile;
 
 class Switch : public support::SuiteTest {
 protected:
