@@ -42,7 +42,7 @@ TEST_F(ContactName, IsFamilyGivenAdditionalWithBlanksBetween) {
     support::for_each_row(rows, [&](const auto& row) {
         put_all(row.family, row.given, row.additional);
         const support::GuardedBuffer buffer(strlen(row.expected) + 1);
-        EXPECT_EQ(VlCm_GetContactName(&name_, buffer.as(), static_cast<uint32_t>(buffer.size())), 1u);
+        ASSERT_EQ(VlCm_GetContactName(&name_, buffer.as(), static_cast<uint32_t>(buffer.size())), 1u);
         EXPECT_STREQ(buffer.as(), row.expected);
         EXPECT_TRUE(buffer.untouched_from(buffer.size()));
     });
@@ -59,7 +59,7 @@ TEST_F(ContactName, EndsAtTheEndsOfFieldsWithoutTerminator) {
     const std::string a(256, 'a'), b(256, 'b'), c(256, 'c');
     put_all(a, b, c);
     const support::GuardedBuffer buffer(771);
-    EXPECT_EQ(VlCm_GetContactName(&name_, buffer.as(), 771), 1u);
+    ASSERT_EQ(VlCm_GetContactName(&name_, buffer.as(), 771), 1u);
     EXPECT_EQ(buffer.as(), a + " " + b + " " + c);
 }
 
