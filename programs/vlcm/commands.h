@@ -37,6 +37,14 @@ struct Sending {
 [[nodiscard]] Answer ask_send(const Sending& sending);
 void print_send(const Json& facts);
 
+struct ContactExport {
+    std::string details;  // file with a contact's details, as the phone sent them
+    std::string card;     // vCard file to write; one of the same name is replaced
+};
+// Writes a vCard of a contact.
+[[nodiscard]] Answer ask_contact_export(const ContactExport& given);
+void print_contact_export(const Json& facts);
+
 // Paths and switches, with the keys that they come from.
 [[nodiscard]] Answer ask_settings();
 void print_settings(const Json& facts);

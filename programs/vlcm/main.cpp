@@ -26,6 +26,7 @@ Examples:
   vlcm sms "Lena's phone" --to "+49 30 1234567" "See you at eight"
   vlcm model set "Lena's phone" --manufacturer Norvik --model N740
   vlcm model match "Lena's phone"
+  vlcm contact export contact.json fang.vcf
 
 Exit codes:
   0  the answer is yes, or everything was found and done
@@ -42,6 +43,7 @@ struct Options {
     Sending sending;
     ModelRequest model;
     MessageRequest message;
+    ContactExport contact;
 };
 
 using Ask = std::function<Answer(const Options&)>;
@@ -67,6 +69,7 @@ public:
         add_send();
         add_models();
         add_sms();
+        add_contact();
     }
 
     int run() {
@@ -168,6 +171,17 @@ private:
         command->add_option("ADDRESS", message.device, "Address or name of the phone")->required();
         command->add_option("TEXT", message.text, "The message")->required();
         command->add_option("--to", message.number, "Number to send it to")->required();
+    }
+
+    void add_contact() {
+        CLI::App* contacts = app_.add_subcommand("contact", "Contacts of a phone");
+        contacts->require_subcommand(1);
+        CLI::App* command = add_to(
+            *contacts, "export", "Write a vCard of a contact",
+            [](const Options& given) { return ask_contact_export(given.contact); }, print_contact_export);
+        command->add_option("DETAILS", options_.contact.details, "File with the contact's details")
+            ->required();
+        command->add_option("CARD", options_.contact.card, "vCard file to write")->required();
     }
 
     CLI::App app_{"The Bluetooth neighbourhood, as VlCommon.dll tells it", "vlcm"};
