@@ -15,5 +15,6 @@ std::vector<Row> settings_rows(const Suite& suite);
 std::vector<Row> presentation_rows(const Suite& suite);
 std::vector<Row> port_rows(const Suite& suite);
 std::vector<Row> handoff_rows(const Suite& suite);
+std::vector<Row> contact_rows(const Suite& suite);
 
 }  // namespace bench

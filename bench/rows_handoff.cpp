@@ -1,5 +1,6 @@
 #include "VlSDK.h"
 #include "floor/floor.h"
+#include "patched_imports.h"
 #include "rows.h"
 #include "vlcm/handoff.h"
 
@@ -51,24 +52,14 @@ private:
 
 // The waiting is taken out of a hand-off: in the library, Sleep does at once what a receiver does
 // within the time. Everything else is the library's own.
-class AnsweredWait {
+class AnsweredWait : public PatchedImports {
 public:
-    explicit AnsweredWait(HMODULE library) {
-        replace(library, "MapViewOfFile", reinterpret_cast<void*>(map_view));
-        replace(library, "Sleep", reinterpret_cast<void*>(take));
+    explicit AnsweredWait(HMODULE library) : PatchedImports(library) {
+        replace("MapViewOfFile", map_view);
+        replace("Sleep", take);
     }
-    ~AnsweredWait() {
-        for (const Replaced& slot : slots_) write_slot(slot.address, slot.original);
-    }
-    AnsweredWait(const AnsweredWait&) = delete;
-    AnsweredWait& operator=(const AnsweredWait&) = delete;
 
 private:
-    struct Replaced {
-        void** address;
-        void* original;
-    };
-
     static void* WINAPI map_view(HANDLE section, DWORD access, DWORD high, DWORD low, SIZE_T size) {
         view() = MapViewOfFile(section, access, high, low, size);
         return view();
@@ -78,15 +69,6 @@ private:
         static void* last = nullptr;
         return last;
     }
-    void replace(HMODULE library, const char* function, void* replacement) {
-        for (const ImportSlot& slot : import_slots(library)) {
-            if (slot.function != function) continue;
-            slots_.push_back({slot.address, *slot.address});
-            write_slot(slot.address, replacement);
-        }
-    }
-
-    std::vector<Replaced> slots_;
 };
 
 // A list that waits to be taken, wide enough for a receiver's stride.

@@ -3,6 +3,7 @@
 // platform calls can be counted in the same way.
 #pragma once
 
+#include "vlcm/contacts.h"
 #include "vlcm/handoff.h"
 
 #include <stdint.h>
@@ -10,6 +11,12 @@
 #ifndef FLOOR_API
 #define FLOOR_API __declspec(dllimport)
 #endif
+
+// A line of a vCard.
+struct CardLine {
+    const char* bytes;
+    uint32_t size;
+};
 
 extern "C" {
 
@@ -51,4 +58,8 @@ FLOOR_API uint32_t Floor_SendFiles(const VlSendRecord* records, uint32_t count);
 
 // Section, view, for each record one block and one memcpy.
 FLOOR_API VlSendRecord* Floor_GetFiles(void);
+
+// File made, details read by the stack into a record that is there, each line written, file closed.
+FLOOR_API void Floor_ExportCard(const void* details, VlContact* contact, const char* path,
+                                const CardLine* lines, uint32_t count);
 }
