@@ -45,6 +45,17 @@ struct ContactExport {
 [[nodiscard]] Answer ask_contact_export(const ContactExport& given);
 void print_contact_export(const Json& facts);
 
+// An item identifier list: a file of its bytes, a shell link, or hexadecimal digits; or else the place
+// ("files", "phonebook", "messages") of a device.
+struct ItemSource {
+    std::string list;
+    std::string device;
+    std::string place;
+};
+// The list, item by item. kNo: it is broken, or the device has no such place.
+[[nodiscard]] Answer ask_item_show(const ItemSource& source);
+void print_item_show(const Json& facts);
+
 // Paths and switches, with the keys that they come from.
 [[nodiscard]] Answer ask_settings();
 void print_settings(const Json& facts);

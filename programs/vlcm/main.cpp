@@ -22,6 +22,8 @@ Examples:
   vlcm show --all --json
   vlcm device A4:C1:38:2D:5E:01
   vlcm connectable "Lena's phone"
+  vlcm item show "Bluetooth Devices.lnk"
+  vlcm item show --of "Lena's phone" --place messages --json
   vlcm send "Lena's phone" letter.txt photo.jpg --via ftp
   vlcm sms "Lena's phone" --to "+49 30 1234567" "See you at eight"
   vlcm model set "Lena's phone" --manufacturer Norvik --model N740
@@ -44,6 +46,7 @@ struct Options {
     ModelRequest model;
     MessageRequest message;
     ContactExport contact;
+    ItemSource item;
 };
 
 using Ask = std::function<Answer(const Options&)>;
@@ -70,6 +73,7 @@ public:
         add_models();
         add_sms();
         add_contact();
+        add_items();
     }
 
     int run() {
@@ -182,6 +186,21 @@ private:
         command->add_option("DETAILS", options_.contact.details, "File with the contact's details")
             ->required();
         command->add_option("CARD", options_.contact.card, "vCard file to write")->required();
+    }
+    void add_items() {
+        ItemSource& item = options_.item;
+        item.place = "files";
+        CLI::App* items = app_.add_subcommand("item", "Item lists of the shell namespace");
+        items->require_subcommand(1);
+        CLI::App* command = add_to(
+            *items, "show", "What an item list holds, item by item",
+            [](const Options& given) { return ask_item_show(given.item); }, print_item_show);
+        CLI::App* what = command->add_option_group("what")->require_option(1);
+        what->add_option("LIST", item.list, "File of the list's bytes, shell link, or hexadecimal digits");
+        what->add_option("--of", item.device, "Address or name of the device whose place it is");
+        command->add_option("--place", item.place, "Which place of the device")
+            ->check(CLI::IsMember({"files", "phonebook", "messages"}))
+            ->capture_default_str();
     }
 
     CLI::App app_{"The Bluetooth neighbourhood, as VlCommon.dll tells it", "vlcm"};

@@ -15,7 +15,6 @@ class MainWindow : public SuitePrograms {};
 class Companion : public SuitePrograms {};
 class ConnectionManager : public SuitePrograms {};
 class MessageEditor : public SuitePrograms {};
-class ExecutionModule : public SuitePrograms {};
 
 constexpr char kMainTitle[] = "Suite Under Test";
 
@@ -131,10 +130,4 @@ TEST_F(MessageEditor, StartsWithoutAMessageToo) {
     const support::ChildProcess editor("MAP_VlSMSEditor.exe");
     EXPECT_TRUE(logs(L"MAP_VlSMSEditor", "no message waiting"));
     EXPECT_TRUE(editor.running());
-}
-
-TEST_F(ExecutionModule, NotesItsCommandAndEnds) {
-    support::ChildProcess program("VlExecuteModule.exe", {{"-word", ansi(L"a \u00FC")}});
-    EXPECT_EQ(program.wait(), 0u);
-    EXPECT_TRUE(logs(L"VlExecuteModule", "command \"-word\" \"a \xC3\xBC\""));
 }
