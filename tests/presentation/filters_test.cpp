@@ -220,7 +220,7 @@ protected:
     static void present_as_headset() { VlSim_Set("/local/class", "\"0x240404\""); }
     // What was asked besides settings.
     static Lines operations() {
-        const Lines made = support::sdk_operations();
+        Lines made = support::sdk_operations();
         support::clear_sdk_log();
         return made;
     }

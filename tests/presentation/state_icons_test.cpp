@@ -39,7 +39,7 @@ void set_ready(bool ready) { VlSim_Set("/ready", ready ? "true" : "false"); }
 void disconnect_all() { VlSim_Set("/connections", "[]"); }
 
 Lines operations() {
-    const Lines made = support::sdk_operations();
+    Lines made = support::sdk_operations();
     support::clear_sdk_log();
     return made;
 }
