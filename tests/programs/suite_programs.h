@@ -28,7 +28,7 @@ protected:
     [[nodiscard]] std::wstring inbox() const;
 
     // A file in a folder of this test; the folder is removed at the end.
-    [[nodiscard]] std::wstring make_file(const std::wstring& name, const std::string& content) const;
+    std::wstring make_file(const std::wstring& name, const std::string& content) const;
     [[nodiscard]] static std::wstring work_folder();
 
 private:

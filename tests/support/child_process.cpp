@@ -91,8 +91,9 @@ ChildProcess::ChildProcess(const std::string& program, const ChildOptions& optio
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdOutput = start.hStdError = output_;
     PROCESS_INFORMATION made{};
+    const std::string folder = options.folder.empty() ? bin_folder() : options.folder;
     if (!CreateProcessA(path.c_str(), line.data(), nullptr, nullptr, TRUE, 0, environment.data(),
-                        bin_folder().c_str(), &start, &made)) {
+                        folder.c_str(), &start, &made)) {
         return;
     }
     CloseHandle(made.hThread);

@@ -1,6 +1,6 @@
 // Other processes of a test: a program of the suite, a copy of the test program under another name, or
-// a role of the test program (role.h). They run in the folder of the built modules and are ended when
-// the object goes.
+// a role of the test program (role.h). They run in the folder of the built modules, unless told otherwise, and
+// are ended when the object goes.
 #pragma once
 
 #include <windows.h>
@@ -21,6 +21,8 @@ struct ChildOptions {
     // Added to this process's environment; "" takes a variable away. Wine's own variables and LC_ALL
     // have no effect here: it takes them from the process that started it, for all its children.
     std::map<std::string, std::string> environment{};
+    // Where it runs; "" is bin_folder().
+    std::string folder{};
 };
 
 class ChildProcess {
