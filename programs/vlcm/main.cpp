@@ -2,6 +2,7 @@
 #include "arguments.h"
 #include "commands.h"
 #include "model.h"
+#include "printers.h"
 #include "sms.h"
 
 #include <windows.h>
@@ -29,6 +30,8 @@ Examples:
   vlcm model set "Lena's phone" --manufacturer Norvik --model N740
   vlcm model match "Lena's phone"
   vlcm contact export contact.json fang.vcf
+  vlcm printers list
+  vlcm printers purge --yes
 
 Exit codes:
   0  the answer is yes, or everything was found and done
@@ -47,6 +50,7 @@ struct Options {
     MessageRequest message;
     ContactExport contact;
     ItemSource item;
+    bool confirmed = false;
 };
 
 using Ask = std::function<Answer(const Options&)>;
@@ -74,6 +78,7 @@ public:
         add_sms();
         add_contact();
         add_items();
+        add_printers();
     }
 
     int run() {
@@ -175,6 +180,25 @@ private:
         command->add_option("ADDRESS", message.device, "Address or name of the phone")->required();
         command->add_option("TEXT", message.text, "The message")->required();
         command->add_option("--to", message.number, "Number to send it to")->required();
+    }
+    void add_printers() {
+        CLI::App* printers = app_.add_subcommand("printers", "Printers on Bluetooth ports, and their jobs");
+        printers->require_subcommand(1);
+        add_to(
+            *printers, "list", "The spooler's printers, and which device each belongs to",
+            [](const Options&) { return ask_printers(); }, print_printers);
+        add_to(
+            *printers, "record", "The record that is kept for a device's printer",
+            [](const Options& given) { return ask_printer_record(given.address); }, print_printer_record)
+            ->add_option("ADDRESS", options_.address, "Address of the printer, or name of a known one")
+            ->required();
+        add_to(
+            *printers, "busy", "Whether a printer on a Bluetooth port has jobs",
+            [](const Options&) { return ask_printers_busy(); }, print_printers_busy);
+        add_to(
+            *printers, "purge", "Cancel all jobs on Bluetooth ports, and wait until they are gone",
+            [](const Options& given) { return purge_printers(given.confirmed); }, print_purge)
+            ->add_flag("--yes", options_.confirmed, "Do not ask");
     }
 
     void add_contact() {
