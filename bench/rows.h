@@ -16,5 +16,6 @@ std::vector<Row> presentation_rows(const Suite& suite);
 std::vector<Row> port_rows(const Suite& suite);
 std::vector<Row> handoff_rows(const Suite& suite);
 std::vector<Row> contact_rows(const Suite& suite);
+std::vector<Row> item_rows(const Suite& suite);
 
 }  // namespace bench

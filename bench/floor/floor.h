@@ -5,6 +5,7 @@
 
 #include "vlcm/contacts.h"
 #include "vlcm/handoff.h"
+#include "vlcm/shell_items.h"
 
 #include <stdint.h>
 
@@ -62,4 +63,9 @@ FLOOR_API VlSendRecord* Floor_GetFiles(void);
 // File made, details read by the stack into a record that is there, each line written, file closed.
 FLOOR_API void Floor_ExportCard(const void* details, VlContact* contact, const char* path,
                                 const CardLine* lines, uint32_t count);
+
+// The stack's records of a device and of what is opened of it, an item for each, joined to the root.
+FLOOR_API LPITEMIDLIST Floor_FilesItemList(uint32_t device, LPCITEMIDLIST root);
+FLOOR_API LPITEMIDLIST Floor_PhoneFolderItemList(uint32_t device, LPCITEMIDLIST root, uint32_t flags);
+FLOOR_API void Floor_FreeItemList(LPITEMIDLIST list);
 }

@@ -12,11 +12,11 @@ class NewItem {
 public:
     NewItem() : list_(static_cast<LPITEMIDLIST>(Vlcm_SHAlloc(sizeof(VlShellItem)))) {
         if (!list_) return;
-        VlShellItem blank{};
-        blank.size = offsetof(VlShellItem, terminator);
-        blank.payloadSize = blank.size - sizeof blank.size;
-        blank.signature = VLCM_SHELL_ITEM_SIGNATURE;
-        memcpy(list_.get(), &blank, sizeof blank);
+        VlShellItem& item = *operator->();
+        memset(&item, 0, sizeof item);
+        item.size = offsetof(VlShellItem, terminator);
+        item.payloadSize = offsetof(VlShellItem, terminator) - sizeof item.size;
+        item.signature = VLCM_SHELL_ITEM_SIGNATURE;
     }
     explicit operator bool() const { return static_cast<bool>(list_); }
     VlShellItem* operator->() { return reinterpret_cast<VlShellItem*>(list_.get()); }
