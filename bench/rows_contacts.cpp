@@ -47,8 +47,8 @@ public:
     explicit Card(const std::string& path, uint32_t index) : path_(path) {
         const std::string family = "Wang" + std::to_string(index);
         const std::string number = "+86 138 " + std::to_string(index);
-        strcpy(details_.family, family.c_str());
-        strcpy(details_.number, number.c_str());
+        family.copy(details_.family, sizeof details_.family - 1);
+        number.copy(details_.number, sizeof details_.number - 1);
         lines_ = {"BEGIN:VCARD\r\nVERSION:2.1\r\n",
                   "N;CHARSET=utf-8:" + family + ";Fang\r\n",
                   "FN;CHARSET=utf-8:" + family + "Fang\r\n",

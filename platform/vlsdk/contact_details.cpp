@@ -49,7 +49,8 @@ void fill_organisation(VlContactOrganisation& organisation, const Members& membe
 }
 
 void fill_phone(VlContactPhone& phone, const json& item) {
-    phone.type = item.contains("type") ? phone_type_of(item.at("type")) : VLCM_PHONE_VOICE;
+    phone.type = VLCM_PHONE_VOICE;
+    if (item.contains("type")) phone.type = phone_type_of(item.at("type"));
     set_text(phone.number, Members(item).text("number"));
 }
 

@@ -23,7 +23,8 @@ const CardRow kRows[] = {
      "N;CHARSET=utf-8:الأحمد;محمد;علي\r\nFN;CHARSET=utf-8:الأحمدمحمدعلي\r\nTITLE;CHARSET=utf-8:مهندس\r\n"
      "EMAIL;PREF;INTERNET;CHARSET=utf-8:m@example.org\r\n"},
     {"emoji", R"({"given": "👩‍👩‍👧😀", "department": "🚀"})",
-     "N;CHARSET=utf-8:;👩‍👩‍👧😀\r\nFN;CHARSET=utf-8:👩‍👩‍👧😀\r\nORG;CHARSET=utf-8:"
+     "N;CHARSET=utf-8:;👩‍👩‍👧😀\r\nFN;CHARSET=utf-8:👩‍👩‍👧😀\r\nORG;CHARSET=utf-"
+     "8:"
      "🚀\r\n"},
     {"umlauts and accents", R"({"family": "Müßig", "given": "Zoë", "picture": "FF D8 FF"})",
      "N;CHARSET=utf-8:Müßig;Zoë\r\nFN;CHARSET=utf-8:MüßigZoë\r\n"},

@@ -26,7 +26,7 @@ std::string CardTest::card_of(const Fill& fill) {
     fill(*filled);
     fill_by(fill);
     EXPECT_EQ(export_card(), 1u);
-    const std::string card = file().value_or("(no file)");
+    std::string card = file().value_or("(no file)");
     keep_card(*filled, card);
     return card;
 }

@@ -13,6 +13,16 @@ constexpr size_t kHeadLimit = 64;
 constexpr size_t kNumberLimit = 40;
 constexpr char kLineEnd[] = "\r\n";
 
+// A line's head, or a line that is always the same.
+struct FixedText {
+    template <size_t size>
+    constexpr FixedText(const char (&text)[size]) : bytes(text), length(size - 1) {
+        static_assert(size <= kHeadLimit);
+    }
+    const char* bytes;
+    size_t length;
+};
+
 // What stands between a line's head and its end.
 class Value {
 public:
@@ -45,18 +55,17 @@ public:
         uint32_t written = 0;
         Btsdk_WriteFile(file_, bytes, static_cast<uint32_t>(length), &written, nullptr);
     }
-    void write(const char* text) const { write(text, strlen(text)); }
-    void property(const char* head, const Value& value) const {
+    void write(FixedText text) const { write(text.bytes, text.length); }
+    void property(FixedText head, const Value& value) const {
         char line[kHeadLimit + kValueLimit + sizeof kLineEnd];
-        const size_t head_length = bounded_length(head, kHeadLimit);
-        memcpy(line, head, head_length);
-        char* end = line + head_length;
+        memcpy(line, head.bytes, head.length);
+        char* end = line + head.length;
         memcpy(end, value.bytes(), value.length());
         end += value.length();
         memcpy(end, kLineEnd, sizeof kLineEnd - 1);
-        write(line, head_length + value.length() + sizeof kLineEnd - 1);
+        write(line, head.length + value.length() + sizeof kLineEnd - 1);
     }
-    void property_unless_empty(const char* head, ContactText text) const {
+    void property_unless_empty(FixedText head, ContactText text) const {
         if (!text.empty()) property(head, Value(text));
     }
 
@@ -97,7 +106,7 @@ void write_work(const CardFile& card, const VlContactOrganisation& work) {
 
 struct PhoneLine {
     uint32_t type;
-    const char* head;
+    FixedText head;
 };
 constexpr PhoneLine kPhoneLines[] = {
     {VLCM_PHONE_CELL, "TEL;CELL;VOICE:"},
@@ -121,7 +130,7 @@ void write_phones(const CardFile& card, const VlContact& contact) {
     }
 }
 
-void write_address(const CardFile& card, const char* head, const VlContactAddress& address) {
+void write_address(const CardFile& card, FixedText head, const VlContactAddress& address) {
     Value value;
     bool any = false;
     for (const ContactText part :
