@@ -17,5 +17,6 @@ std::vector<Row> port_rows(const Suite& suite);
 std::vector<Row> handoff_rows(const Suite& suite);
 std::vector<Row> contact_rows(const Suite& suite);
 std::vector<Row> item_rows(const Suite& suite);
+std::vector<Row> printer_rows(const Suite& suite);
 
 }  // namespace bench

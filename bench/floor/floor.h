@@ -68,4 +68,8 @@ FLOOR_API void Floor_ExportCard(const void* details, VlContact* contact, const c
 FLOOR_API LPITEMIDLIST Floor_FilesItemList(uint32_t device, LPCITEMIDLIST root);
 FLOOR_API LPITEMIDLIST Floor_PhoneFolderItemList(uint32_t device, LPCITEMIDLIST root, uint32_t flags);
 FLOOR_API void Floor_FreeItemList(LPITEMIDLIST list);
+
+// One struct and one text written to the printer file; one number and one struct read from it. The size read.
+FLOOR_API void Floor_WritePrinter(const char* key, const char* stored, uint32_t size);
+FLOOR_API uint32_t Floor_ReadPrinter(const char* key, char* stored);
 }
