@@ -82,6 +82,10 @@ uint32_t read_text(const char* section, const char* key, const char* fallback, c
     return length;
 }
 
+int read_number(const char* section, const char* key, int fallback, const PathBuffer& file) {
+    return static_cast<int>(Btsdk_GetPrivateProfileInt(section, key, fallback, file.text()));
+}
+
 }  // namespace vl::settings
 
 using namespace vl;

@@ -18,4 +18,7 @@ PathBuffer install_path(const char* rest);
 uint32_t read_text(const char* section, const char* key, const char* fallback, char* text, uint32_t size,
                    const char* file);
 
+// Reads a number through the stack; the stack's answer is unsigned, the settings' numbers are not.
+int read_number(const char* section, const char* key, int fallback, const PathBuffer& file);
+
 }  // namespace vl::settings

@@ -11,16 +11,12 @@
 namespace vl::switches {
 namespace {
 
-int read_number(const char* section, const char* key, int fallback, const PathBuffer& file) {
-    return static_cast<int>(Btsdk_GetPrivateProfileInt(section, key, fallback, file.text()));
-}
-
 int read_common(const char* section, const char* key, int fallback) {
-    return read_number(section, key, fallback, settings::common_file());
+    return settings::read_number(section, key, fallback, settings::common_file());
 }
 
 int read_extended_information_flag(int fallback) {
-    return read_number("IsSupportADFunction", "Flag", fallback, settings::personal_file());
+    return settings::read_number("IsSupportADFunction", "Flag", fallback, settings::personal_file());
 }
 
 // Each comparison asks the setting anew.
@@ -40,7 +36,7 @@ bool extended_information_offered() {
     constexpr int kFirstVersionWithSwitch = 9;
     const PathBuffer file = settings::common_file();
     if (major_version(file) < kFirstVersionWithSwitch) return true;
-    const bool disabled = read_number("VlConfig", "DisableExtendVLInfoFunc", 0, file) != 0;
+    const bool disabled = settings::read_number("VlConfig", "DisableExtendVLInfoFunc", 0, file) != 0;
     return read_extended_information_flag(disabled ? 1 : 0) != 1;
 }
 
@@ -75,7 +71,7 @@ extern "C" int VlCm_GetCustomVersion() {
 extern "C" int VlCm_SupportUartDeviceFlag() {
     TraceScope scope("VlCm_SupportDeviceFlag");  // the older name, which trace readers look for
     const PathBuffer file = settings::common_file();
-    return switches::read_number("VLConfig", "NeedSupportUARTDevice", switches::uart_default(), file);
+    return settings::read_number("VLConfig", "NeedSupportUARTDevice", switches::uart_default(), file);
 }
 
 extern "C" BOOL VlCm_ShouldShowDialerUI() {

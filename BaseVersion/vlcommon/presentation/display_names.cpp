@@ -60,8 +60,7 @@ void take_dynamic_name(int port, Name<Char>& name) {
     char wanted[20];
     format_bounded(wanted, sizeof wanted, "COM%d", port);
     const PathBuffer file = settings::common_file();
-    const int count =
-        static_cast<int>(Btsdk_GetPrivateProfileInt("LocalBluetooth", "SPPSvcNum", 2, file.text()));
+    const int count = settings::read_number("LocalBluetooth", "SPPSvcNum", 2, file);
     for (int i = 2; i < count; ++i) {
         char section[32];
         char device[20] = {};

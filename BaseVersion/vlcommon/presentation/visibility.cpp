@@ -27,7 +27,7 @@ uint32_t section_answer(const char* section, const PathBuffer& file) {
 }
 
 bool is_set(const char* section, const char* key, const PathBuffer& file) {
-    return key != nullptr && Btsdk_GetPrivateProfileInt(section, key, 0, file.text()) != 0;
+    return key != nullptr && settings::read_number(section, key, 0, file) != 0;
 }
 
 // The two filters test the section's answer in opposite senses. Installations rely on either.

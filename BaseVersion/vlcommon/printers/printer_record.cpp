@@ -71,9 +71,9 @@ void store(const AddressText& key, char* bytes, uint32_t size) {
 
 // What is stored for the device; `size` 0: nothing, or nothing that can be read.
 Bytes stored_bytes(const AddressText& key, uint32_t& size) {
-    constexpr int32_t kLargest = 1024 * 1024;  // beyond it the file is damaged
+    constexpr int kLargest = 1024 * 1024;  // beyond it the file is damaged
     const PathBuffer file = printer_file();
-    const auto length = static_cast<int32_t>(Btsdk_GetPrivateProfileInt(kLengths, key.text, 0, file.text()));
+    const int length = settings::read_number(kLengths, key.text, 0, file);
     size = length < 1 || length > kLargest ? 0 : static_cast<uint32_t>(length);
     Bytes bytes = size != 0 ? new_bytes(size) : nullptr;
     if (!bytes || !Btsdk_GetPrivateProfileStruct(kRecords, key.text, bytes.get(), size, file.text())) {

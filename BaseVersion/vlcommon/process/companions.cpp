@@ -24,7 +24,7 @@ void start_up(const Companion& companion) {
     if (Btsdk_IsBluetoothReady() == 0) return;
     const PathBuffer path = settings::install_path(companion.file);
     const PathBuffer file = settings::personal_file();
-    if (Btsdk_GetPrivateProfileInt("LocalBluetooth", companion.switch_key, 0, file.text()) != 1) return;
+    if (settings::read_number("LocalBluetooth", companion.switch_key, 0, file) != 1) return;
     ShellExecuteA(nullptr, nullptr, path.text(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 

@@ -65,12 +65,8 @@ BtHandle voice_shortcut(BtHandle device) {
     return (services ? from_services(device) : from_shortcuts(device)).best();
 }
 
-int read_setting(const char* section, const char* key, int fallback, const PathBuffer& file) {
-    return static_cast<int>(Btsdk_GetPrivateProfileInt(section, key, fallback, file.text()));
-}
-
 bool both_directions_at_once(const PathBuffer& file) {
-    return read_setting("VLConfig", "IsSupportBothA2dpSinkSource", 0, file) == 1;
+    return settings::read_number("VLConfig", "IsSupportBothA2dpSinkSource", 0, file) == 1;
 }
 
 bool is_audio_device(BtHandle device) {
@@ -96,7 +92,8 @@ bool audio_link_up() {
 
 bool is_a2dp_forbidden(BtHandle device) {
     const PathBuffer file = settings::common_file();
-    const bool one_device_only = read_setting("VlConfig", "IsSupportMultiAudioConnected", 1, file) == 0;
+    const bool one_device_only =
+        settings::read_number("VlConfig", "IsSupportMultiAudioConnected", 1, file) == 0;
     if (one_device_only && other_audio_device_connected(device)) return true;
     return !both_directions_at_once(file) && audio_link_up();
 }

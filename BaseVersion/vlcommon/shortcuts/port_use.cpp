@@ -72,8 +72,7 @@ int first_free_port() {
     for (int i = 1; i <= kLongestList; ++i) {
         char key[16];
         format_bounded(key, sizeof key, "SerialNum%d", i);
-        const int value =
-            static_cast<int>(Btsdk_GetPrivateProfileInt("VComm enum info", key, 0, file.text()));
+        const int value = settings::read_number("VComm enum info", key, 0, file);
         if (value == 0) break;
         const bool plugged_in = value > 0 && value % 10 != 0;
         if (plugged_in && !VlCm_IsComportBeenUsed(value / 10)) return value / 10;
