@@ -1,5 +1,6 @@
 // Deleting remote devices, with a question and a refusal for those that are connected.
 #include "frame/frame.h"
+#include "frame/stack_state.h"
 #include "presentation/language_library.h"
 #include "text/wide_text.h"
 #include "tray_requests.h"
@@ -83,7 +84,7 @@ BOOL fail(const char* line) {
 template <typename Char>
 BOOL delete_devices(HWND owner, const BtHandle* devices, uint32_t count) {
     if (!is_readable(devices, count)) return fail("error!!! Invalid parameter.\r\n");
-    if (Btsdk_IsBluetoothReady() != 1) return fail("error!!! The bluetooth is not ready.\r\n");
+    if (!is_bluetooth_ready()) return fail("error!!! The bluetooth is not ready.\r\n");
     const LanguageLibrary texts;
     if (!texts) return fail("error!!! Can not load resource library.\r\n");
     uint32_t held = 0;

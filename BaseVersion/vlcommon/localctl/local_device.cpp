@@ -1,6 +1,7 @@
 // The local device's class and its servers.
 #include "frame/frame.h"
 #include "frame/settings.h"
+#include "frame/stack_state.h"
 #include "frame/stack_walk.h"
 #include "presentation/language_library.h"
 #include "tray_requests.h"
@@ -49,15 +50,13 @@ BOOL set_kind(uint32_t kind) {
 }
 
 bool is_started(uint16_t service_class) {
-    if (Btsdk_IsBluetoothReady() != 1) return false;
+    if (!is_bluetooth_ready()) return false;
     LocalServerEnum servers(Btsdk_StartEnumLocalServer());
     const auto server = walk<ServerAttributes>(servers, Btsdk_EnumLocalServer,
                                                [=](BtHandle /*server*/, const ServerAttributes& found) {
                                                    return found.serviceClass == service_class;
                                                });
-    uint32_t status = 0;
-    if (server.handle == 0 || Btsdk_GetServerStatus(server.handle, &status) != 0) return false;
-    return status != 0 && status != 2;
+    return server.handle != 0 && is_running(server_status(server.handle));
 }
 
 enum class Answer { kYes, kNo, kCannotAsk };
@@ -80,12 +79,11 @@ BOOL refuse(const char* line) {
 }
 
 BOOL stop_server(HWND owner, BtHandle server) {
-    constexpr uint32_t kInUse = 3;
     uint32_t status = 0;
     if (Btsdk_GetServerStatus(server, &status) != 0) {
         return refuse("error!!! Can not get the server's status.\r\n");
     }
-    if (status == kInUse) {
+    if (status == kServerConnected) {
         const Answer answer = ask_to_stop(owner);
         if (answer == Answer::kCannotAsk) return refuse("error!!! Can not load resource library.\r\n");
         if (answer == Answer::kNo) return FALSE;

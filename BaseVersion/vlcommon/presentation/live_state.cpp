@@ -18,14 +18,7 @@ bool is_connected_from_there(const ShortcutProperty& record) {
 
 }  // namespace
 
-bool is_ready() { return Btsdk_IsBluetoothReady() == 1; }
-
 bool has_connection() { return static_cast<bool>(ConnectionEnum(Btsdk_StartEnumConnection())); }
-
-uint32_t server_status(BtHandle server) {
-    uint32_t status = 0;
-    return Btsdk_GetServerStatus(server, &status) == 0 ? status : 0;
-}
 
 bool is_connected_device(BtHandle device) { return Btsdk_IsDeviceConnected(device) == 1; }
 

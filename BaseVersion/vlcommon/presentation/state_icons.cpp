@@ -1,4 +1,5 @@
 // The icon that shows a state: one of the five variants behind each base icon.
+#include "frame/stack_state.h"
 #include "frame/stack_walk.h"
 #include "live_state.h"
 #include "vlcm/catalogue.h"
@@ -20,12 +21,12 @@ constexpr uint32_t kWithoutAudio = 3;  // a connected headset or hands-free serv
 constexpr uint32_t kDefaultDevice = 4;
 
 uint32_t adapter_variant() {
-    if (!is_ready()) return kNotReady;
+    if (!is_bluetooth_ready()) return kNotReady;
     return has_connection() ? kConnected : kIdle;
 }
 
 uint32_t local_service_variant(BtHandle server) {
-    if (!is_ready()) return kNotReady;
+    if (!is_bluetooth_ready()) return kNotReady;
     switch (server_status(server)) {
         case kServerConnected:
             return kConnected;
@@ -38,7 +39,7 @@ uint32_t local_service_variant(BtHandle server) {
 
 // The first that holds decides.
 uint32_t device_variant(BtHandle device) {
-    if (!is_ready()) return kNotReady;
+    if (!is_bluetooth_ready()) return kNotReady;
     if (is_connected_device(device)) return kConnected;
     if (VlCm_IsDefaultDevice(device)) return kDefaultDevice;
     return is_paired_device(device) ? kPaired : kIdle;
@@ -63,7 +64,7 @@ uint32_t service_variant(BtHandle service) {
 }
 
 uint32_t remote_service_variant(BtHandle handle, uint32_t service_class, bool is_shortcut) {
-    if (!is_ready()) return kNotReady;
+    if (!is_bluetooth_ready()) return kNotReady;
     if (handle == 0) return kIdle;
     return is_shortcut ? shortcut_variant(handle, service_class) : service_variant(handle);
 }

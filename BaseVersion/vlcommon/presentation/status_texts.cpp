@@ -1,4 +1,5 @@
 // The state of adapter, services and devices in words.
+#include "frame/stack_state.h"
 #include "frame/trace.h"
 #include "language_library.h"
 #include "live_state.h"
@@ -15,12 +16,12 @@ constexpr size_t kWorkSize = 100;
 constexpr size_t kDeviceWorkSize = 200;
 
 uint32_t adapter_text_id() {
-    if (!is_ready()) return kNotReadyId;
+    if (!is_bluetooth_ready()) return kNotReadyId;
     return has_connection() ? kConnectedId : kIdleId;
 }
 
 uint32_t local_service_text_id(BtHandle server) {
-    if (!is_ready()) return kNotReadyId;
+    if (!is_bluetooth_ready()) return kNotReadyId;
     switch (server_status(server)) {
         case kServerConnected:
             return kConnectedId;
@@ -32,7 +33,7 @@ uint32_t local_service_text_id(BtHandle server) {
 }
 
 uint32_t remote_service_text_id(BtHandle shortcut) {
-    if (!is_ready()) return kNotReadyId;
+    if (!is_bluetooth_ready()) return kNotReadyId;
     return is_connected_service(shortcut) ? kConnectedId : kIdleId;
 }
 
@@ -42,7 +43,7 @@ constexpr const wchar_t* separator(const wchar_t*) { return L", "; }
 // While Bluetooth is off a remote device reads as idle, and never as paired.
 template <typename Char>
 void load_device_text(const LanguageLibrary& texts, BtHandle device, Char (&work)[kDeviceWorkSize]) {
-    const bool ready = is_ready();
+    const bool ready = is_bluetooth_ready();
     texts.load(ready && is_connected_device(device) ? kConnectedId : kIdleId, work);
     if (!ready || !is_paired_device(device)) return;
     Char paired[kWorkSize] = {};

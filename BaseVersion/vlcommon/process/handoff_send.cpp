@@ -1,6 +1,7 @@
 // Handing a list over: files, images, contacts.
 #include "frame/frame.h"
 #include "frame/guard.h"
+#include "frame/stack_state.h"
 #include "handoff_channel.h"
 #include "text/path_name.h"
 #include "tray_agent.h"
@@ -18,7 +19,7 @@ uint32_t service_class_of(const VlOutlookContactRecord& /*record*/) { return 0; 
 
 uint32_t refusal(const void* list) {
     if (list == nullptr) return VLCM_NULL_OUTPUT;
-    return Btsdk_IsBluetoothReady() == 1 ? VLCM_OK : VLCM_STACK_NOT_READY;
+    return is_bluetooth_ready() ? VLCM_OK : VLCM_STACK_NOT_READY;
 }
 
 bool called_by_send_tool() {

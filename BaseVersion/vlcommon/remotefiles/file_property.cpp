@@ -1,4 +1,5 @@
 // One remote file's record on its way to the tray agent, which shows the file's property sheet.
+#include "frame/stack_state.h"
 #include "process/handoff_channel.h"
 #include "process/tray_agent.h"
 #include "vlcm/companions.h"
@@ -39,7 +40,7 @@ void write_section(void* view, const VlRemoteFileRecord& record) {
 }
 
 uint32_t hand_over(const VlRemoteFileRecord& record, uint32_t parameter) {
-    if (Btsdk_IsBluetoothReady() != 1) return VLCM_STACK_NOT_READY;
+    if (!is_bluetooth_ready()) return VLCM_STACK_NOT_READY;
     process::bring_tray_to_front();
     handoff::MappedSection made;
     const uint32_t status = handoff::create_section(kRemoteFile, sizeof(PropertySection), made);

@@ -1,6 +1,7 @@
 // Keeping the links of the Send-To folder in step with the devices that the stack knows.
 #include "device_link.h"
 #include "folder.h"
+#include "frame/stack_state.h"
 #include "frame/stack_walk.h"
 #include "frame/unique_com.h"
 #include "menu.h"
@@ -58,7 +59,7 @@ void remove(const WidePath& folder, const Seen& seen) {
 }
 
 void sync_device(const uint8_t* address, bool adding) {
-    if (Btsdk_IsBluetoothReady() != 1) return;
+    if (!is_bluetooth_ready()) return;
     const ComApartment apartment;
     const WidePath folder = prepare_folder();
     if (!folder) return;
@@ -102,7 +103,7 @@ void check_link(const WidePath& folder, const WidePath& name) {
 }
 
 void check_all_links() {
-    if (Btsdk_IsBluetoothReady() != 1) return;
+    if (!is_bluetooth_ready()) return;
     const ComApartment apartment;
     const WidePath folder = prepare_folder();
     if (!folder) return;

@@ -1,5 +1,6 @@
 // Making and deleting connection shortcuts.
 #include "frame/frame.h"
+#include "frame/stack_state.h"
 #include "pan_clean_up.h"
 #include "presentation/language_library.h"
 #include "shortcut_record.h"
@@ -39,7 +40,7 @@ ShortcutProperty new_shortcut(BtHandle device, BtHandle service, const ServerAtt
 }
 
 uint32_t create(BtHandle device, BtHandle service, BtHandle* made) {
-    if (Btsdk_IsBluetoothReady() != 1) return VLCM_NOT_READY;
+    if (!is_bluetooth_ready()) return VLCM_NOT_READY;
     ServerAttributes attributes{};
     if (const uint32_t result = read_service(service, attributes)) return result;
     uint8_t address[6] = {};
@@ -54,7 +55,7 @@ uint32_t create(BtHandle device, BtHandle service, BtHandle* made) {
 }
 
 uint32_t remove(BtHandle shortcut) {
-    if (Btsdk_IsBluetoothReady() != 1) return VLCM_NOT_READY;
+    if (!is_bluetooth_ready()) return VLCM_NOT_READY;
     ShortcutProperty record = record_of(shortcut);
     if (const uint32_t result = Btsdk_GetShortCutProperty(&record)) return result;
     return Btsdk_DeleteShortCut(shortcut);

@@ -1,5 +1,6 @@
 // Which shortcut to use for networking.
 #include "frame/frame.h"
+#include "frame/stack_state.h"
 #include "frame/stack_walk.h"
 #include "pan_clean_up.h"
 #include "vlcm/audio_network.h"
@@ -12,16 +13,14 @@ constexpr uint16_t kPanUser = 0x1115;
 constexpr uint16_t kAccessPoint = 0x1116;
 constexpr uint16_t kGroupNetwork = 0x1117;
 
-// The status of the first local network server; 0 when there is none.
+// The status of the first local network server; unknown when there is none.
 uint32_t network_server_status() {
     const LocalServerEnum servers(Btsdk_StartEnumLocalServer());
     const auto server = walk<ServerAttributes>(
         servers, Btsdk_EnumLocalServer, [](BtHandle /*server*/, const ServerAttributes& found) {
             return found.serviceClass == kGroupNetwork || found.serviceClass == kAccessPoint;
         });
-    uint32_t status = 0;
-    if (server.handle != 0 && Btsdk_GetServerStatus(server.handle, &status) != 0) status = 0;
-    return status;
+    return server.handle != 0 ? server_status(server.handle) : uint32_t{kServerUnknown};
 }
 
 bool has_network_client() {
@@ -32,9 +31,7 @@ bool has_network_client() {
 }
 
 bool is_serving(uint32_t status) {
-    constexpr uint32_t kIdle = 1;
-    constexpr uint32_t kInUse = 3;
-    return status == kInUse || (status == kIdle && has_network_client());
+    return status == kServerConnected || (status == kServerIdle && has_network_client());
 }
 
 // A device's network shortcuts, by the role of the other side; of several the last one stands.
