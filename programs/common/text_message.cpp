@@ -2,8 +2,6 @@
 
 #include "frame/bounded_text.h"
 
-#include <string.h>
-
 #include <stdexcept>
 
 namespace programs {
@@ -15,7 +13,7 @@ constexpr size_t kTextSize = sizeof(VlSmsRecord::rest) - kNumberSize;
 void put(uint8_t* place, size_t size, const std::string& text) {
     if (text.size() >= size)
         throw std::length_error("longer than " + std::to_string(size - 1) + " bytes: " + text);
-    memcpy(place, text.data(), text.size());
+    vl::copy_bounded(reinterpret_cast<char*>(place), size, text.c_str());
 }
 
 std::string taken(const uint8_t* place, size_t size) {
