@@ -12,6 +12,8 @@ namespace {
 
 constexpr DWORD kHiddenAndSystem = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
 
+bool exists(const WidePath& path) { return GetFileAttributesW(path.text()) != INVALID_FILE_ATTRIBUTES; }
+
 // The shell reads a folder's settings file only when the folder bears one of these attributes.
 void make_folder(const WidePath& folder) {
     CreateDirectoryW(folder.text(), nullptr);
@@ -23,9 +25,10 @@ void make_folder(const WidePath& folder) {
 
 // A file that exists is the user's: it is not touched.
 void make_settings_file(const WidePath& folder) {
-    const PathBuffer icons = system_file("\\vlshell.dll");
     const WidePath path = file_in(folder, L"Desktop.ini");
-    if (icons.text()[0] == 0 || !path) return;
+    if (!path || exists(path)) return;
+    const PathBuffer icons = system_file("\\vlshell.dll");
+    if (icons.text()[0] == 0) return;
     UniqueFile file(
         CreateFileW(path.text(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) return;
@@ -59,8 +62,7 @@ void write_generic_link(const WidePath& folder, const LanguageLibrary& texts) {
 // The link to the shell namespace is made by a process of its own: the namespace's extension would stay
 // in this one.
 void order_namespace_link(const WidePath& link) {
-    if (!VlCm_IsWindowsVistaAbove() || !link) return;
-    if (GetFileAttributesW(link.text()) != INVALID_FILE_ATTRIBUTES) return;
+    if (!VlCm_IsWindowsVistaAbove() || !link || exists(link)) return;
     shell::start_execution_module("QVN_VLEXECUTEMODULE_CREATESEND2BTLINK");
 }
 
