@@ -3,6 +3,7 @@
 #include "commands.h"
 #include "model.h"
 #include "printers.h"
+#include "sendto.h"
 #include "sms.h"
 
 #include <windows.h>
@@ -32,6 +33,8 @@ Examples:
   vlcm contact export contact.json fang.vcf
   vlcm printers list
   vlcm printers purge --yes
+  vlcm sendto sync "Lena's phone"
+  vlcm sendto list
 
 Exit codes:
   0  the answer is yes, or everything was found and done
@@ -51,6 +54,7 @@ struct Options {
     ContactExport contact;
     ItemSource item;
     bool confirmed = false;
+    SendToRequest send_to;
 };
 
 using Ask = std::function<Answer(const Options&)>;
@@ -79,6 +83,7 @@ public:
         add_contact();
         add_items();
         add_printers();
+        add_send_to();
     }
 
     int run() {
@@ -225,6 +230,20 @@ private:
         command->add_option("--place", item.place, "Which place of the device")
             ->check(CLI::IsMember({"files", "phonebook", "messages"}))
             ->capture_default_str();
+    }
+
+    void add_send_to() {
+        CLI::App* menu = app_.add_subcommand("sendto", "The devices in the Send-To menu");
+        menu->require_subcommand(1);
+        add_to(
+            *menu, "list", "The links of the menu and their devices",
+            [](const Options&) { return ask_send_to_links(); }, print_send_to_links);
+        CLI::App* sync = add_to(
+            *menu, "sync", "Compare all links with the known devices, or add or remove the link of one",
+            [](const Options& given) { return sync_send_to_links(given.send_to); }, print_send_to_links);
+        CLI::Option* address = sync->add_option("ADDRESS", options_.send_to.device,
+                                                "Address of the device, or a known one's name");
+        sync->add_flag("--remove", options_.send_to.remove, "Remove its link")->needs(address);
     }
 
     CLI::App app_{"The Bluetooth neighbourhood, as VlCommon.dll tells it", "vlcm"};
