@@ -18,5 +18,6 @@ std::vector<Row> handoff_rows(const Suite& suite);
 std::vector<Row> contact_rows(const Suite& suite);
 std::vector<Row> item_rows(const Suite& suite);
 std::vector<Row> printer_rows(const Suite& suite);
+std::vector<Row> send_to_rows(const Suite& suite);
 
 }  // namespace bench

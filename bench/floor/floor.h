@@ -72,4 +72,8 @@ FLOOR_API void Floor_FreeItemList(LPITEMIDLIST list);
 // One struct and one text written to the printer file; one number and one struct read from it. The size read.
 FLOOR_API void Floor_WritePrinter(const char* key, const char* stored, uint32_t size);
 FLOOR_API uint32_t Floor_ReadPrinter(const char* key, char* stored);
+
+// A pass over the Send-To folder that changes nothing: texts, folder paths, every link read, the one without
+// a device written. The number of devices' links.
+FLOOR_API uint32_t Floor_SyncSendTo(void);
 }
