@@ -2,6 +2,7 @@
 #include "facts.h"
 #include "frame/unique_com.h"
 #include "item_list.h"
+#include "shell_link.h"
 #include "text.h"
 
 #include <shlobj.h>
@@ -14,7 +15,6 @@
 namespace programs {
 namespace {
 
-using vl::UniqueInterface;
 using vl::UniqueTaskMemory;
 
 bool is_link(const std::filesystem::path& path) { return _wcsicmp(path.extension().c_str(), L".lnk") == 0; }
@@ -29,14 +29,8 @@ Bytes owned_list(LPITEMIDLIST list) {
 // The target of a shell link; empty when the shell cannot read it.
 Bytes list_of_link(const std::filesystem::path& path) {
     const vl::ComApartment apartment;
-    void* made = nullptr;
-    if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW, &made)))
-        return {};
-    const UniqueInterface<IShellLinkW> link(static_cast<IShellLinkW*>(made));
-    void* found = nullptr;
-    if (FAILED(link.get()->QueryInterface(IID_IPersistFile, &found))) return {};
-    const UniqueInterface<IPersistFile> file(static_cast<IPersistFile*>(found));
-    if (FAILED(file.get()->Load(path.c_str(), STGM_READ))) return {};
+    const auto link = load_link(path.wstring());
+    if (!link) return {};
     LPITEMIDLIST list = nullptr;
     return SUCCEEDED(link.get()->GetIDList(&list)) ? owned_list(list) : Bytes();
 }

@@ -4,11 +4,10 @@
 #include "address.h"
 #include "devices.h"
 #include "facts.h"
-#include "frame/unique_com.h"
 #include "library_texts.h"
+#include "shell_link.h"
 #include "text.h"
 
-#include <shlguid.h>
 #include <shlobj.h>
 #include <stdio.h>
 
@@ -42,13 +41,6 @@ std::vector<std::wstring> link_names(const std::wstring& folder) {
     return names;
 }
 
-template <typename Interface, typename Source>
-vl::UniqueInterface<Interface> side_of(Source* object, REFIID id) {
-    void* found = nullptr;
-    object->QueryInterface(id, &found);
-    return vl::UniqueInterface<Interface>(static_cast<Interface*>(found));
-}
-
 struct LinkTexts {
     std::wstring target, arguments;
 };
@@ -56,12 +48,8 @@ struct LinkTexts {
 // What a link holds; nothing: it is none.
 std::optional<LinkTexts> read_link(const std::wstring& path) {
     const vl::ComApartment apartment;
-    void* made = nullptr;
-    CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW, &made);
-    const vl::UniqueInterface<IShellLinkW> link(static_cast<IShellLinkW*>(made));
+    const auto link = load_link(path);
     if (!link) return std::nullopt;
-    const auto file = side_of<IPersistFile>(link.get(), IID_IPersistFile);
-    if (!file || FAILED(file.get()->Load(path.c_str(), STGM_READ))) return std::nullopt;
     wchar_t target[MAX_PATH] = L"";
     wchar_t arguments[MAX_PATH] = L"";
     link.get()->GetPath(target, MAX_PATH, nullptr, SLGP_RAWPATH);
