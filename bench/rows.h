@@ -13,6 +13,7 @@ std::vector<Row> look_up_rows(const Suite& suite);
 std::vector<Row> text_rows(const Suite& suite);
 std::vector<Row> settings_rows(const Suite& suite);
 std::vector<Row> presentation_rows(const Suite& suite);
+std::vector<Row> remote_file_rows(const Suite& suite);
 std::vector<Row> port_rows(const Suite& suite);
 std::vector<Row> handoff_rows(const Suite& suite);
 std::vector<Row> contact_rows(const Suite& suite);

@@ -49,6 +49,15 @@ FLOOR_API BOOL Floor_LocalServiceStatus(uint32_t server, char* buffer, uint32_t 
 FLOOR_API BOOL Floor_LocalServiceStatusW(uint32_t server, wchar_t* buffer, uint32_t size);
 FLOOR_API BOOL Floor_RemoteDeviceStatus(uint32_t device, char* buffer, uint32_t size);
 
+// The language library loaded, not freed; one text, one conversion, one copy.
+FLOOR_API uint32_t Floor_SizeText(float kilobytes, char* buffer, uint32_t size);
+FLOOR_API uint32_t Floor_SizeTextWithCount(float gigabytes, const wchar_t* count, char* buffer,
+                                           uint32_t size);
+
+// The time taken apart, date and time of day formatted, one copy.
+FLOOR_API uint32_t Floor_TimeText(const FILETIME* file_time, char* buffer, uint32_t size);
+FLOOR_API uint32_t Floor_TimeTextW(const FILETIME* file_time, wchar_t* buffer, uint32_t size);
+
 // The operations of the stack that the ports' rules need, each parameter into one local block.
 FLOOR_API BOOL Floor_ShortcutsOfPort(uint32_t* found, int port, uint32_t* count);
 FLOOR_API BOOL Floor_IsPortUsed(int port);

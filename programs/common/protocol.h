@@ -32,6 +32,7 @@ enum RelayedMessage : uint32_t {
     kContactsToOutlook = 0x42080205,
     kPushFiles = 0x43020205,
     kTransferFiles = 0x43050205,
+    kShowFileProperty = 0x43060205,  // the parameter is the sender's
     kContactsToPhone = 0x60390206,
     kUsePhoneConnection = 0x60350206,  // the parameter is the connection
     kEndPhoneConnection = 0x60360206,

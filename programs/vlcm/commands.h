@@ -3,6 +3,9 @@
 
 #include "answer.h"
 
+#include <windows.h>
+
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,6 +58,22 @@ struct ItemSource {
 // The list, item by item. kNo: it is broken, or the device has no such place.
 [[nodiscard]] Answer ask_item_show(const ItemSource& source);
 void print_item_show(const Json& facts);
+
+// A file of a remote device.
+struct FileDescription {
+    std::string name;
+    uint64_t size = 0;
+    std::string time;  // "2011-03-14T15:09:26"; empty: none
+    bool folder = false;
+};
+// Nothing for a text that is no time.
+[[nodiscard]] std::optional<FILETIME> file_time_of(const std::string& text);
+// What the library says of the file.
+[[nodiscard]] Answer ask_file_describe(const FileDescription& given);
+void print_file_describe(const Json& facts);
+// Has the tray agent show the file's property sheet. kNo: it was not handed over.
+[[nodiscard]] Answer ask_file_show(const FileDescription& given);
+void print_file_show(const Json& facts);
 
 // Paths and switches, with the keys that they come from.
 [[nodiscard]] Answer ask_settings();

@@ -35,6 +35,7 @@ Examples:
   vlcm printers purge --yes
   vlcm sendto sync "Lena's phone"
   vlcm sendto list
+  vlcm file describe photo.jpg --size 123456 --time 2011-03-14T15:09:26
 
 Exit codes:
   0  the answer is yes, or everything was found and done
@@ -55,6 +56,7 @@ struct Options {
     ItemSource item;
     bool confirmed = false;
     SendToRequest send_to;
+    FileDescription file;
 };
 
 using Ask = std::function<Answer(const Options&)>;
@@ -84,6 +86,7 @@ public:
         add_items();
         add_printers();
         add_send_to();
+        add_file();
     }
 
     int run() {
@@ -230,6 +233,26 @@ private:
         command->add_option("--place", item.place, "Which place of the device")
             ->check(CLI::IsMember({"files", "phonebook", "messages"}))
             ->capture_default_str();
+    }
+    void add_file() {
+        CLI::App* file = app_.add_subcommand("file", "Files of a remote device, known by name alone");
+        file->require_subcommand(1);
+        add_file_options(add_to(
+            *file, "describe", "What the library says of a file: kind, size, time, icon",
+            [](const Options& given) { return ask_file_describe(given.file); }, print_file_describe));
+        add_file_options(add_to(
+            *file, "show", "Have the tray agent show a file's property sheet",
+            [](const Options& given) { return ask_file_show(given.file); }, print_file_show));
+    }
+    void add_file_options(CLI::App* command) {
+        FileDescription& file = options_.file;
+        command->add_option("NAME", file.name, "Name of the file")->required();
+        command->add_option("--size", file.size, "Its size in bytes")->capture_default_str();
+        command->add_option("--time", file.time, "Its time, as 2011-03-14T15:09:26")
+            ->check([](const std::string& text) {
+                return file_time_of(text) ? std::string() : "no time: " + text;
+            });
+        command->add_flag("--folder", file.folder, "It is a folder");
     }
 
     void add_send_to() {

@@ -3,7 +3,9 @@
 #include "VlSDK.h"
 #include "file_hash.h"
 #include "frame/bounded_text.h"
+#include "frame/unique.h"
 #include "protocol.h"
+#include "remote_file.h"
 #include "send_list.h"
 #include "text.h"
 
@@ -70,12 +72,22 @@ std::string taken_line(const char* title, size_t count) {
 }
 
 // The text as it came, printable: a shifted or spoilt record shows what is wrong with it.
-std::string shown_path(const VlSendRecord& record) {
-    std::string text(record.path, vl::bounded_length(record.path, sizeof record.path));
+std::string printable(std::string text) {
     for (char& c : text) {
         if (static_cast<unsigned char>(c) < ' ') c = '?';
     }
     return utf8_from_narrow(text);
+}
+
+std::string shown_path(const VlSendRecord& record) {
+    return printable({record.path, vl::bounded_length(record.path, sizeof record.path)});
+}
+
+// The property sheet in one line.
+std::string sheet_line(const RemoteFile& file) {
+    const RemoteFileTexts texts = texts_of(file);
+    return "property sheet of \"" + printable(file.name) + "\": " + texts.type + ", " + texts.exact_size +
+           ", " + texts.time + ", icon " + texts.icon_file + "," + std::to_string(texts.icon_index);
 }
 
 }  // namespace
@@ -90,6 +102,8 @@ void Requests::handle(uint32_t message, uint32_t parameter) {
         phones_.use(parameter);
     } else if (message == kEndPhoneConnection) {
         phones_.end(parameter);
+    } else if (message == kShowFileProperty) {
+        show_file_property();
     }
 }
 
@@ -114,6 +128,17 @@ void Requests::take_outlook_contacts() const {
     for (const VlOutlookContactRecord* record = list.first(); record; record = record->next) {
         log_.line("contact sha256 " + sha256_of_bytes(record->contact, sizeof record->contact));
     }
+}
+
+void Requests::show_file_property() const {
+    const vl::UniqueSdkMemory block(VlCm_GetFTPFileData());
+    const auto* record = static_cast<const VlRemoteFileRecord*>(block.get());
+    if (record == nullptr) {
+        log_.line("file property: nothing to take");
+        return;
+    }
+    log_.line("file property: took the record, sha256 " + sha256_of_bytes(record, sizeof *record));
+    log_.line(sheet_line(file_of(*record)));
 }
 
 }  // namespace programs

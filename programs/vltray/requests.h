@@ -20,6 +20,7 @@ public:
 private:
     void take_files(const struct FileRequest& request, uint32_t device);
     void take_outlook_contacts() const;
+    void show_file_property() const;
 
     const EventLog& log_;
     DeliveryQueue deliveries_;

@@ -289,6 +289,8 @@ TEST_F(TakeFileProperty, GivesNothingWithoutMemoryButTakesIt) {
 TEST_F(TakeFileProperty, TakesNothingFromMemoryThatIsNotCommitted) {
     const TestSection section(kSection, 16 * kPageBytes, SEC_RESERVE);
     EXPECT_EQ(VlCm_GetFTPFileData(), nullptr);
+    ASSERT_NE(VirtualAlloc(section.view(), kPageBytes, MEM_COMMIT, PAGE_READWRITE), nullptr);
+    EXPECT_EQ(section.state(), 0U) << "nothing was written either";
 }
 
 TEST_F(TakeFileProperty, TakesNothingFromMemoryThatCanOnlyBeRead) {
