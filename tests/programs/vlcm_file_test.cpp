@@ -15,10 +15,7 @@ constexpr uint64_t kSize = 123456789012;
 constexpr char kTime[] = "2011-03-14T15:09:26";
 
 RemoteFile sample_file() {
-    RemoteFile file = remote_file(
-        "Gr\xC3\xBC\xC3\x9F"
-        "e.vltest",
-        FILE_ATTRIBUTE_NORMAL, kSize);
+    RemoteFile file = remote_file("photo.vltest", FILE_ATTRIBUTE_NORMAL, kSize);
     const SYSTEMTIME time{2011, 3, 0, 14, 15, 9, 26, 0};
     EXPECT_TRUE(SystemTimeToFileTime(&time, &file.time));
     return file;
