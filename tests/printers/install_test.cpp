@@ -142,7 +142,7 @@ TEST_F(InstallPrinter, AnExchangedPrinterIsNoIncrease) {
     EXPECT_EQ(recorded_name(), "");
 }
 
-TEST_F(InstallPrinter, AFewerPrintersHoldNoNewOne) {
+TEST_F(InstallPrinter, FewerPrintersHoldNoNewOne) {
     printers({printer("Office", "LPT1:"), printer("Second", "LPT1:")});
     during_wait([] { VlSpool_Set("/printers", ("[" + printer("Second", "LPT1:") + "]").c_str()); });
     EXPECT_EQ(VlCm_InstallANewPrinter(kAddress), nullptr);
