@@ -241,6 +241,11 @@ TEST_F(InstallPrinter, AListThatFailsStops) {
     EXPECT_EQ(started.count(), 1u);
     EXPECT_FALSE(support::has_line(support::trace_lines(), "The number of printers is not increased!\r\n"));
     EXPECT_EQ(recorded_name(), "");
+    printers({});
+    VlSpool_Fail("EnumPrintersA", 4, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(VlCm_InstallANewPrinter(kAddress), nullptr);
+    EXPECT_FALSE(support::has_line(support::trace_lines(), "The number of printers is not increased!\r\n"))
+        << "an empty list of before is no reason to count";
     expect_next_one_works();
 }
 
