@@ -44,9 +44,19 @@ const json* member(const json& object, const char* key) {
     return found == object.end() ? nullptr : &*found;
 }
 
+std::string ansi_from_utf8(const std::string& text) {
+    const int bytes = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');  // never more UTF-16 units than bytes
+    const int units = MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, wide.data(), bytes);
+    std::string ansi(static_cast<size_t>(units) * 4, '\0');
+    ansi.resize(static_cast<size_t>(WideCharToMultiByte(CP_ACP, 0, wide.data(), units, ansi.data(),
+                                                        static_cast<int>(ansi.size()), nullptr, nullptr)));
+    return ansi;
+}
+
 bool read_text(const json* value, std::string& text) {
     if (value == nullptr || !value->is_string()) return false;
-    text = *value->get_ptr<const json::string_t*>();
+    text = ansi_from_utf8(*value->get_ptr<const json::string_t*>());
     return true;
 }
 

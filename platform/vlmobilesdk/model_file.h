@@ -9,7 +9,7 @@
 namespace vlmobile {
 
 struct Model {
-    std::string manufacturer;
+    std::string manufacturer;          // all texts are in the ANSI code page
     std::array<std::string, 2> names;  // the second may be empty
 };
 

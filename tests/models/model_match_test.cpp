@@ -107,11 +107,11 @@ TYPED_TEST(ModelList, WantsTheManufacturerInTheListedOne) {
 }
 
 TYPED_TEST(ModelList, IsWalkedUpToTheFirstFitAndEnded) {
-    using Entry = typename TypeParam::Entry;
-    const Entry other = this->entry({"M", "x", ""}), fit = this->entry({"M", "a", ""});
+    using Listed = typename TypeParam::Entry;
+    const Listed other = this->entry({"M", "x", ""}), fit = this->entry({"M", "a", ""});
     const struct {
         const char* label;
-        std::vector<Entry> entries;
+        std::vector<Listed> entries;
         BOOL expected;
         size_t fetches;
     } rows[] = {
@@ -121,13 +121,13 @@ TYPED_TEST(ModelList, IsWalkedUpToTheFirstFitAndEnded) {
     };
     const VlDeviceModel model = device_model({"M", "a"});
     support::for_each_row(rows, [&](const auto& row) {
-        FakeList<Entry>& list = this->list;
-        list.entries = row.entries;
-        const size_t starts = list.starts(), fetches = list.fetches(), ends = list.ends();
+        FakeList<Listed>& walked = this->list;
+        walked.entries = row.entries;
+        const size_t starts = walked.starts(), fetches = walked.fetches(), ends = walked.ends();
         EXPECT_EQ(TypeParam::match(&model), row.expected);
-        EXPECT_EQ(list.starts() - starts, 1U);
-        EXPECT_EQ(list.fetches() - fetches, row.fetches);
-        EXPECT_EQ(list.ends() - ends, 1U);
+        EXPECT_EQ(walked.starts() - starts, 1U);
+        EXPECT_EQ(walked.fetches() - fetches, row.fetches);
+        EXPECT_EQ(walked.ends() - ends, 1U);
     });
 }
 
@@ -259,10 +259,10 @@ TEST_F(SimulatedLists, KnowTheirPhones) {
     };
     support::for_each_row(rows, [](const auto& row) {
         const VlDeviceModel model = device_model(row.texts);
-        SymbianModelEntry entry;
+        SymbianModelEntry entry = {};
         EXPECT_EQ(VlCm_IsMatchSymbianModelExist(&model, &entry), row.symbian);
         EXPECT_EQ(VlCm_IsMatchS40ModelExist(&model), row.s40);
-        if (row.symbian) EXPECT_STREQ(entry.manufacturer, row.texts.manu.c_str());
+        EXPECT_EQ(entry.manufacturer, row.symbian ? row.texts.manu : std::string());
     });
 }
 

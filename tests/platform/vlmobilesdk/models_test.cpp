@@ -81,6 +81,14 @@ TEST(MobileModels, AreListedInTheOrderOfTheFile) {
     EXPECT_EQ(listed<S40ModelEntry>(kS40), std::vector<std::string>{"C||c2"});
 }
 
+TEST(MobileModels, AreInTheAnsiCodePage) {
+    ASSERT_EQ(GetACP(), 1252U);
+    const ModelFile file(
+        file_of(R"([{"manufacturer": "M\u00FCller", "models": ["\u20AC1", "\u0E01"]}])", "[]"));
+    EXPECT_EQ(listed<SymbianModelEntry>(kSymbian), std::vector<std::string>{"M\xFCller|\x80"
+                                                                            "1|?"});
+}
+
 TEST(MobileModels, ComeFromTheFileBesideTheDllByDefault) {
     const auto symbian = listed<SymbianModelEntry>(kSymbian), s40 = listed<S40ModelEntry>(kS40);
     EXPECT_GE(symbian.size() + s40.size(), 12U);
