@@ -44,9 +44,10 @@ uint32_t parse(const std::string& details, Record& record) {
     return Btsdk_PIMParseContactDetails2(details.c_str(), &record.head);
 }
 
-std::string list_of(const char* item, size_t count) {
+// "[<head>0<tail>,<head>1<tail>,...]"
+std::string numbered_list(size_t count, const char* head, const char* tail) {
     std::string list = "[";
-    for (size_t i = 0; i < count; ++i) list += (i != 0 ? "," : "") + std::string(item);
+    for (size_t i = 0; i < count; ++i) list += (i != 0 ? "," : "") + (head + std::to_string(i)) + tail;
     return list + "]";
 }
 
@@ -117,13 +118,16 @@ TEST_F(ContactDetails, AreCutToTheirFields) {
 
 TEST_F(ContactDetails, LeaveOutEntriesWithoutRoom) {
     Record r;
-    ASSERT_EQ(parse(R"({"phones": )" + list_of(R"({"number": "1"})", 11) + R"(, "emails": )" +
-                        list_of(R"("e")", 4) + R"(, "urls": )" + list_of(R"("u")", 4) + "}",
-                    r),
-              kDone);
-    EXPECT_STREQ(r.phones[9].number, "1");
-    EXPECT_STREQ(r.emails[2].address, "e");
-    EXPECT_STREQ(r.urls[2].text, "u");
+    const std::string details = R"({"phones": )" + numbered_list(11, R"({"number": ")", "\"}") +
+                                R"(, "emails": )" + numbered_list(4, "\"", "\"") + R"(, "urls": )" +
+                                numbered_list(4, "\"", "\"") + "}";
+    ASSERT_EQ(parse(details, r), kDone);
+    EXPECT_STREQ(r.phones[0].number, "0");
+    EXPECT_STREQ(r.phones[9].number, "9");
+    EXPECT_STREQ(r.emails[0].address, "0");
+    EXPECT_STREQ(r.emails[2].address, "2");
+    EXPECT_STREQ(r.urls[0].text, "0");
+    EXPECT_STREQ(r.urls[2].text, "2");
 }
 
 TEST_F(ContactDetails, PutAPictureIntoABlockOfTheTaskAllocator) {
