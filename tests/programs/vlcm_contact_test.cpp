@@ -74,6 +74,16 @@ TEST_F(ContactCommand, SaysWhyThereIsNoCard) {
     });
 }
 
+TEST_F(ContactCommand, KeepsTheOldCardWhenThereIsNoRoomForANewOne) {
+    const std::string path = utf8(make_file(L"old.vcf", "old"));
+    const std::string nowhere = utf8(work_folder()) + "\\no folder";
+    support::ChildProcess program("vlcm.exe", {.arguments = {"contact", "export", details(), path},
+                                               .environment = {{"TMP", nowhere}, {"TEMP", nowhere}}});
+    EXPECT_EQ(program.wait(), kNo);
+    EXPECT_NE(program.output().find("folder for temporary files"), std::string::npos) << program.output();
+    EXPECT_EQ(content_of(wide(path)), "old");
+}
+
 TEST_F(ContactCommand, RefusesWrongUsage) {
     EXPECT_EQ(run({"contact"}).exit_code, kUsage);
     EXPECT_EQ(run({"contact", "export", "one"}).exit_code, kUsage);

@@ -79,7 +79,7 @@ VLCM_CHECK(offsetof(VlContactOrganisation, text4) == 772, "offset");
 /** Bytes that belong to a contact. */
 typedef struct VlContactBlob {
     uint8_t head[264]; /**< Carried whole. */
-    void *block;       /**< Inner block of Vlcm_SHAlloc(), or null; a copy of the record shares it. */
+    void* block;       /**< Inner block of Vlcm_SHAlloc(), or null; a copy of the record shares it. */
 } VlContactBlob;
 VLCM_CHECK(sizeof(VlContactBlob) == 272, "size");
 VLCM_CHECK(offsetof(VlContactBlob, block) == 264, "offset");
@@ -134,22 +134,22 @@ VLCM_CHECK(offsetof(VlContactUrl, text) == 12, "offset");
 typedef struct VlContact {
     uint32_t size;                       /**< 1296, the size of this head. */
     char text1[64];                      /**< Carried whole. */
-    VlContactName *name;                 /**< Names. */
+    VlContactName* name;                 /**< Names. */
     uint8_t items[2][16];                /**< Carried whole. */
     char text2[64];                      /**< Carried whole. */
     char longText[1024];                 /**< Carried whole. */
-    VlContactOrganisation *organisation; /**< Company, department, job title. */
-    VlContactBlob *blob;                 /**< Bytes with an inner block. */
-    uint32_t *phoneCapacity;             /**< 10. */
-    VlContactPhone *phones;              /**< 10 phone numbers. */
-    uint32_t *addressCapacity;           /**< 3. */
-    VlContactAddress *addresses;         /**< 3 addresses, see VlContactAddressPlace. */
-    uint32_t *emailCapacity;             /**< 3. */
-    VlContactEmail *emails;              /**< 3 e-mail addresses; a vCard takes the first. */
-    uint32_t *urlCapacity;               /**< 3. */
-    VlContactUrl *urls;                  /**< 3 URLs; a vCard takes the first. */
-    uint32_t *secondCapacity;            /**< 3. */
-    VlContactUrl *second;                /**< 3 entries; not written to vCards. */
+    VlContactOrganisation* organisation; /**< Company, department, job title. */
+    VlContactBlob* blob;                 /**< Bytes with an inner block. */
+    uint32_t* phoneCapacity;             /**< 10. */
+    VlContactPhone* phones;              /**< 10 phone numbers. */
+    uint32_t* addressCapacity;           /**< 3. */
+    VlContactAddress* addresses;         /**< 3 addresses, see VlContactAddressPlace. */
+    uint32_t* emailCapacity;             /**< 3. */
+    VlContactEmail* emails;              /**< 3 e-mail addresses; a vCard takes the first. */
+    uint32_t* urlCapacity;               /**< 3. */
+    VlContactUrl* urls;                  /**< 3 URLs; a vCard takes the first. */
+    uint32_t* secondCapacity;            /**< 3. */
+    VlContactUrl* second;                /**< 3 entries; not written to vCards. */
 } VlContact;
 VLCM_CHECK(sizeof(VlContact) == 1296, "size");
 VLCM_CHECK(offsetof(VlContact, size) == 0, "offset");
@@ -202,7 +202,7 @@ VLCM_CHECK(offsetof(VlFlatContact, lastWord) == 1172, "offset");
  *
  * @return the record, freed with VlCm_FreeContactItemEx(); null when there is no memory for all of it
  */
-VLCM_API VlContact *VlCm_AllocContactItemEx(void);
+VLCM_API VlContact* VlCm_AllocContactItemEx(void);
 
 /**
  * A new, empty phone-book contact, ready for Btsdk_PIMParseContactDetails2(); otherwise as
@@ -210,7 +210,7 @@ VLCM_API VlContact *VlCm_AllocContactItemEx(void);
  *
  * @return the record, freed with VlCm_FreePBAPContactItemEx(); null when there is no memory for all of it
  */
-VLCM_API VlPbapContact *VlCm_AllocPBAPContactItemEx(void);
+VLCM_API VlPbapContact* VlCm_AllocPBAPContactItemEx(void);
 
 /**
  * Copies a contact into another one: the content of every part, and the head's texts and items. The
@@ -223,8 +223,8 @@ VLCM_API VlPbapContact *VlCm_AllocPBAPContactItemEx(void);
  * @param[in,out] destination  record of VlCm_AllocContactItemEx(); null: nothing is done
  * @param[in]     source       record to copy; null: nothing is done
  */
-VLCM_API void VlCm_CopyPBAPContactItemEx(_Inout_opt_ VlContact *destination,
-                                         _In_opt_ const VlPbapContact *source);
+VLCM_API void VlCm_CopyPBAPContactItemEx(_Inout_opt_ VlContact* destination,
+                                         _In_opt_ const VlPbapContact* source);
 
 /**
  * Copies a flat contact, field by field. Opens no trace scope.
@@ -232,8 +232,8 @@ VLCM_API void VlCm_CopyPBAPContactItemEx(_Inout_opt_ VlContact *destination,
  * @param[out] destination  receives the contact; null: nothing is done
  * @param[in]  source       contact to copy; null: nothing is done
  */
-VLCM_API void VlCm_CopyPBAPContactItemMbToPBAP(_Out_opt_ VlFlatContact *destination,
-                                               _In_opt_ const VlFlatContact *source);
+VLCM_API void VlCm_CopyPBAPContactItemMbToPBAP(_Out_opt_ VlFlatContact* destination,
+                                               _In_opt_ const VlFlatContact* source);
 
 /**
  * Frees a contact: the blob record's inner block, every part, then the head, each with Vlcm_SHFree().
@@ -244,14 +244,14 @@ VLCM_API void VlCm_CopyPBAPContactItemMbToPBAP(_Out_opt_ VlFlatContact *destinat
  *
  * @param[in] contact  record of VlCm_AllocContactItemEx(); null: nothing is done
  */
-VLCM_API void VlCm_FreeContactItemEx(_In_opt_ VlContact *contact);
+VLCM_API void VlCm_FreeContactItemEx(_In_opt_ VlContact* contact);
 
 /**
  * Frees a phone-book contact as VlCm_FreeContactItemEx() does.
  *
  * @param[in] contact  record of VlCm_AllocPBAPContactItemEx(); null: nothing is done
  */
-VLCM_API void VlCm_FreePBAPContactItemEx(_In_opt_ VlPbapContact *contact);
+VLCM_API void VlCm_FreePBAPContactItemEx(_In_opt_ VlPbapContact* contact);
 
 /**
  * A contact's name as people read it: family, given and additional name, as far as they are not empty,
@@ -266,7 +266,7 @@ VLCM_API void VlCm_FreePBAPContactItemEx(_In_opt_ VlPbapContact *contact);
  * @retval 1  the name was written
  * @retval 0  a pointer is null or the size is 0; nothing was written
  */
-VLCM_API uint32_t VlCm_GetContactName(_In_opt_ const VlContactName *name, _Out_opt_ char *buffer,
+VLCM_API uint32_t VlCm_GetContactName(_In_opt_ const VlContactName* name, _Out_opt_ char* buffer,
                                       uint32_t size);
 
 /**
@@ -289,6 +289,6 @@ VLCM_API uint32_t VlCm_GetContactName(_In_opt_ const VlContactName *name, _Out_o
  * @retval 0  a pointer is null, or there is no memory for a record; when it is for the second one, an
  *            empty file stays
  */
-VLCM_API uint32_t VlCm_ConvertMBContactToVcfFile(_In_opt_ const void *details, _In_opt_z_ const char *path);
+VLCM_API uint32_t VlCm_ConvertMBContactToVcfFile(_In_opt_ const void* details, _In_opt_z_ const char* path);
 
 VLCM_END
