@@ -178,7 +178,6 @@ std::string access_text(const void* defaults) {
 
 }  // namespace vlspool
 
-using vlsim::call_text;
 using vlspool::call;
 using vlspool::Room;
 

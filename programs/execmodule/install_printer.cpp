@@ -50,7 +50,7 @@ void tell_done() {
 }  // namespace
 
 std::string install_printer() {
-    const std::string answer = add_printer(free_port());
+    std::string answer = add_printer(free_port());
     tell_done();
     return answer;
 }
