@@ -25,7 +25,7 @@ protected:
     }
     static Icon ask_with_fault(const char* operation, uint32_t nth) {
         VlSim_Fail(operation, nth, kRefused);
-        const Icon icon = ask(kFile);
+        Icon icon = ask(kFile);
         VlSim_ClearFaults();
         EXPECT_EQ(VlSim_LiveCount(VLSIM_KEYS), 0u);
         return icon;

@@ -27,10 +27,10 @@ constexpr uint32_t kKilo = 1U << 10;
 constexpr uint32_t kMega = 1U << 20;
 constexpr uint32_t kGiga = 1U << 30;
 
-// Two decimals, exact ties away from zero. The runtimes disagree about ties; here the product and the sum
-// are exact, for the 24 bits of a float.
+// Two decimals, exact ties away from zero: the runtimes disagree about ties. The product is exact, for the
+// 24 bits of a float, and counts halves of hundredths.
 void append_decimal(Text& text, float value, const wchar_t* unit) {
-    const auto hundredths = static_cast<uint64_t>(static_cast<double>(value) * 100 + 0.5);
+    const auto hundredths = (static_cast<uint64_t>(static_cast<double>(value) * 200) + 1) / 2;
     wchar_t number[kDigitsSize];
     text::format(number, L"%I64u.%02u%s", hundredths / 100, static_cast<unsigned>(hundredths % 100), unit);
     text::append(text, number);
@@ -40,13 +40,13 @@ void append_decimal(Text& text, float value, const wchar_t* unit) {
 void append_rounded(Text& text, const FileSize& size, const Word& word) {
     const auto low = static_cast<float>(size.low);
     if (size.high != 0) {
-        append_decimal(text, low / float{kGiga} + static_cast<float>(4 * size.high), L" GB");
+        append_decimal(text, low / static_cast<float>(kGiga) + static_cast<float>(4 * size.high), L" GB");
     } else if (size.low >= kGiga) {
-        append_decimal(text, low / float{kGiga}, L" GB");
+        append_decimal(text, low / static_cast<float>(kGiga), L" GB");
     } else if (size.low >= kMega) {
-        append_decimal(text, low / float{kMega}, L" MB");
+        append_decimal(text, low / static_cast<float>(kMega), L" MB");
     } else if (size.low >= kKilo) {
-        append_decimal(text, low / float{kKilo}, L" KB");
+        append_decimal(text, low / static_cast<float>(kKilo), L" KB");
     } else {
         text::format(text, L"%d %s", size.low, word);
     }
