@@ -16,7 +16,7 @@ std::vector<std::wstring> split_choice(const wchar_t* chosen) {
     if (parts.size() < 2) return parts;
     const std::wstring folder = parts.front().back() == L'\\' ? parts.front() : parts.front() + L"\\";
     parts.erase(parts.begin());
-    for (std::wstring& name : parts) name = folder + name;
+    for (std::wstring& name : parts) name.insert(0, folder);
     return parts;
 }
 

@@ -220,7 +220,7 @@ void MainWindow::take_resolution(UINT dpi, const RECT& area) {
 void MainWindow::enable_commands(HMENU menu) const {
     for (const int command : {IDC_CONNECT, IDC_SEND, IDC_SEND_TRANSFER, IDC_SEND_PRINT}) {
         const bool can = actions_->can(command);
-        EnableMenuItem(menu, static_cast<UINT>(command), MF_BYCOMMAND | (can ? MF_ENABLED : MF_GRAYED));
+        EnableMenuItem(menu, static_cast<UINT>(command), can ? UINT{MF_ENABLED} : UINT{MF_GRAYED});
     }
 }
 

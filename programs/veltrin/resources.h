@@ -54,4 +54,4 @@
 #define IDS_FILE_COUNT 428
 #define IDS_NOT_READY 429
 #define IDS_NO_AGENT 430
-#define IDS_HINT                431
+#define IDS_HINT 431

@@ -221,6 +221,7 @@ TEST_F(VeltrinSends, ToTheDeviceForWhichTheDialogWasOpened) {
 TEST_F(VeltrinSends, WhatIsDroppedToTheChosenDevice) {
     run_agent();
     open();
+    EXPECT_NE(GetWindowLongPtrW(window(), GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
     drop({make_file(L"a.txt", "a"), make_file(L"Grüße.txt", "b")});
     EXPECT_TRUE(arrived(phone(), {L"Grüße.txt", L"a.txt"}));
     EXPECT_EQ(outcome("done: "), L"The tray agent took 2 files for Test Phone.");

@@ -189,6 +189,15 @@ TEST_F(VeltrinLists, ShowNothingOfADeviceThatWentWhileItWasShown) {
     EXPECT_EQ(services().count(), 0);
 }
 
+TEST_F(VeltrinLists, AreEmptyWhenAllDevicesAreGone) {
+    open();
+    ASSERT_EQ(VlSim_Patch(R"({"devices": []})"), 0u);
+    press(IDW_DEVICES, VK_F5);
+    EXPECT_EQ(devices().count(), 0);
+    EXPECT_EQ(services().count(), 0);
+    EXPECT_EQ(text_of_window(child(IDW_SERVICES_TITLE)), L"Services");
+}
+
 TEST_F(VeltrinLists, AreEmptyInAnEmptyNeighbourhood) {
     ASSERT_EQ(VlSim_Patch(R"({"devices": [], "shortcuts": [], "connections": []})"), 0u);
     open();

@@ -1,6 +1,6 @@
 // Other processes of a test: a program of the suite, a copy of the test program under another name, or
-// a role of the test program (role.h). They run in the folder of the built modules, unless told otherwise, and
-// are ended when the object goes.
+// a role of the test program (role.h). They run in the folder of the built modules unless told
+// otherwise, and are ended when the object goes.
 #pragma once
 
 #include <windows.h>
