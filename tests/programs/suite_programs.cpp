@@ -110,7 +110,7 @@ std::wstring SuitePrograms::inbox() const { return inbox_folder(phone_); }
 std::wstring SuitePrograms::work_folder() { return temp_folder(L"programs_test_work"); }
 
 std::wstring SuitePrograms::make_file(const std::wstring& name, const std::string& content) const {
-    const std::wstring path = work_folder() + L"\\" + name;
+    std::wstring path = work_folder() + L"\\" + name;
     std::ofstream(std::filesystem::path(path), std::ios::binary) << content;
     return path;
 }
