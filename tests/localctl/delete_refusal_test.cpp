@@ -20,6 +20,7 @@ const NameRow kNames[] = {
     {"beyond 16 bits", kCamera, R"("\ud83d\udcf7")", L"\xD83D\xDCF7"},
     {"nameless: its address", kNameless, nullptr, L"7C:2F:80:55:E1:0A"},
     {"no UTF-8", kCamera, R"({"hex": "4772FC6E"})", L"Gr\uFFFDn"},
+    {"cut within a character", kCamera, R"({"hex": "4772C3"})", L"Gr\uFFFD"},
     {"with a format", kCamera, R"("100%s %d%%n")", L"100%s %d%%n"},
 };
 

@@ -6,10 +6,11 @@
 namespace vl::text {
 namespace {
 
+// Without the source's terminator: some platforms let an incomplete sequence at the very end swallow it.
 void convert(wchar_t* destination, size_t size, const char* text, UINT code_page) {
-    if (MultiByteToWideChar(code_page, 0, text, -1, destination, static_cast<int>(size)) == 0) {
-        destination[0] = 0;
-    }
+    const int units = MultiByteToWideChar(code_page, 0, text, resource_size(strlen(text)), destination,
+                                          resource_size(size - 1));
+    destination[units] = 0;
 }
 
 bool convert_back(UINT code_page, char* destination, size_t size, const wchar_t* text) {
