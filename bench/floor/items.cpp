@@ -52,7 +52,7 @@ extern "C" LPITEMIDLIST Floor_FilesItemList(uint32_t device, LPCITEMIDLIST root)
     item->deviceClass = record.deviceClass;
     item->serviceClass = record.serviceClass;
     memcpy(item->address, record.address, sizeof item->address);
-    strcpy(item->serviceName, record.serviceName);
+    _memccpy(item->serviceName, record.serviceName, 0, sizeof record.serviceName);
     return finished(place, item);
 }
 

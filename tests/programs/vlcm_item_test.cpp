@@ -27,7 +27,7 @@ protected:
         LPITEMIDLIST list =
             VlCm_GetAbsoluteFTPSvcPidlOf(phone(), reinterpret_cast<LPCITEMIDLIST>(kMyComputer.data()));
         const auto* const first = reinterpret_cast<const uint8_t*>(list);
-        const Bytes bytes(first, first + kMyComputer.size() + 2 * 114);
+        Bytes bytes(first, first + kMyComputer.size() + 114 + 114);
         Vlcm_SHFree(list);
         return bytes;
     }
@@ -96,6 +96,17 @@ TEST_F(VlcmItem, ReadsTheTargetOfAShellLink) {
     const Json facts = ask({"item", "show", ansi(path)});
     ASSERT_EQ(facts.at("items").size(), 1u);
     expect_members(facts.at("items")[0], {{"class", "{20D04FE0-3AEA-1069-A2D8-08002B30309D}"}});
+}
+
+TEST_F(VlcmItem, TellsOnlyTheSizeOfItemsOfOthers) {
+    Bytes suite = files_list();
+    suite.erase(suite.begin(), suite.begin() + 20);  // behind My Computer
+    suite[6] ^= 1;                                   // signature
+    Bytes shell = kMyComputer;
+    shell[2] = 0x31;  // an item of a file, not of a class
+    EXPECT_EQ(ask({"item", "show", hex_digits(suite)}).at("items")[0].at("text"), "another's, 114 bytes");
+    EXPECT_EQ(ask({"item", "show", hex_digits(suite)}).at("items")[1].at("kind"), "files");
+    EXPECT_EQ(ask({"item", "show", hex_digits(shell)}).at("items")[0].at("text"), "another's, 20 bytes");
 }
 
 TEST_F(VlcmItem, SaysNoToABrokenListAndTellsWhatItCan) {

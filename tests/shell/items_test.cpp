@@ -5,6 +5,8 @@ using namespace shell_test;
 
 namespace {
 
+const Bytes kOtherAddress{1, 2, 3, 4, 5, 6};
+
 class ItemList : public ShellTest {
 protected:
     using Property = uint32_t(BtHandle, RemoteDeviceProperty*);
@@ -52,7 +54,7 @@ TEST_F(ItemList, OfFileTransferHasEveryByteInItsPlace) {
         'e',  ' ',  'T',  'r',  'a',  'n',  's',  'f',  'e',  'r',
     };
     const Bytes list = files_of(kPhone);
-    ASSERT_EQ(list.size(), kRootItem.size() + 2 * 114 + 2);
+    ASSERT_EQ(list.size(), kRootItem.size() + 114 + 114 + 2);
     Bytes expected = kRootItem;
     expected.insert(expected.end(), expected_device.begin(), expected_device.end());
     expected.resize(kRootItem.size() + 114, 0);
@@ -150,11 +152,11 @@ TEST_F(DeviceItem, TakesAddressAndWholeClassFromTheRecordAndNothingElse) {
     property_.answer([](BtHandle device, RemoteDeviceProperty* record) {
         EXPECT_EQ(device, kPhone);
         memset(record, 0x5A, sizeof *record);
-        memcpy(record->address, "\1\2\3\4\5\6", 6);
+        memcpy(record->address, kOtherAddress.data(), 6);
         record->deviceClass = 0xFEDCBA98;
         return 0U;
     });
-    EXPECT_EQ(item_at(files_of(kPhone), 1), bytes_of({0x40000012, 0xFEDCBA98, 0, {1, 2, 3, 4, 5, 6}, ""}));
+    EXPECT_EQ(item_at(files_of(kPhone), 1), bytes_of({0x40000012, 0xFEDCBA98, 0, kOtherAddress, ""}));
 }
 
 TEST_F(ServiceItem, IsOfTheFirstShortcutAskedForAlone) {
@@ -215,11 +217,11 @@ TEST_F(ServiceItem, TakesAddressAndWholeClassFromTheRecordAndNothingElse) {
     ShortcutProperty shortcut;
     memset(&shortcut, 0x5A, sizeof shortcut);
     shortcut.deviceValid = 1;
-    memcpy(shortcut.address, "\1\2\3\4\5\6", 6);
+    memcpy(shortcut.address, kOtherAddress.data(), 6);
     shortcut.serviceClass = 0x1101;
     shortcut.deviceClass = 0xFEDCBA98;
     strcpy(shortcut.serviceName, "Serial");
-    EXPECT_EQ(service_item(shortcut), bytes_of({0x102, 0xFEDCBA98, 0x1101, {1, 2, 3, 4, 5, 6}, "Serial"}));
+    EXPECT_EQ(service_item(shortcut), bytes_of({0x102, 0xFEDCBA98, 0x1101, kOtherAddress, "Serial"}));
 }
 
 TEST_F(ServiceItem, NameIsCutAt79Bytes) {
@@ -285,9 +287,9 @@ TEST_F(PhoneFolderItem, TakesClassAndAddressFromTheirOwnQuestions) {
     support::CallPatch address("Btsdk_GetRemoteDeviceAddress", Btsdk_GetRemoteDeviceAddress);
     address.answer([](BtHandle device, uint8_t* value) {
         EXPECT_EQ(device, kPhone);
-        memcpy(value, "\1\2\3\4\5\6", 6);
+        memcpy(value, kOtherAddress.data(), 6);
         return 0U;
     });
     EXPECT_EQ(item_at(folder_of(kPhone, VLCM_PHONE_FOLDER_MESSAGES), 2),
-              bytes_of({0xC1000002, 0xFEDCBA98, 0, {1, 2, 3, 4, 5, 6}, ""}));
+              bytes_of({0xC1000002, 0xFEDCBA98, 0, kOtherAddress, ""}));
 }
