@@ -1,6 +1,7 @@
 // vlcm.exe: the Bluetooth neighbourhood on the command line, as VlCommon.dll tells it.
 #include "arguments.h"
 #include "commands.h"
+#include "image.h"
 #include "model.h"
 #include "printers.h"
 #include "sendto.h"
@@ -36,6 +37,9 @@ Examples:
   vlcm sendto sync "Lena's phone"
   vlcm sendto list
   vlcm file describe photo.jpg --size 123456 --time 2011-03-14T15:09:26
+  vlcm image info photo.jpg
+  vlcm image thumb photo.jpg thumbnail.jpg
+  vlcm attachment letter.txt
 
 Exit codes:
   0  the answer is yes, or everything was found and done
@@ -57,6 +61,7 @@ struct Options {
     bool confirmed = false;
     SendToRequest send_to;
     FileDescription file;
+    ImageRequest image;
 };
 
 using Ask = std::function<Answer(const Options&)>;
@@ -87,6 +92,7 @@ public:
         add_printers();
         add_send_to();
         add_file();
+        add_images();
     }
 
     int run() {
@@ -267,6 +273,25 @@ private:
         CLI::Option* address = sync->add_option("ADDRESS", options_.send_to.device,
                                                 "Address of the device, or a known one's name");
         sync->add_flag("--remove", options_.send_to.remove, "Remove its link")->needs(address);
+    }
+    void add_images() {
+        ImageRequest& image = options_.image;
+        CLI::App* images = app_.add_subcommand("image", "Pictures");
+        images->require_subcommand(1);
+        CLI::App* info = add_to(
+            *images, "info", "Format, dimensions and size",
+            [](const Options& given) { return ask_image(given.image); }, print_image);
+        info->add_option("FILE", image.file, "Picture")->required();
+        CLI::App* thumb = add_to(
+            *images, "thumb", "Make a JPEG file of 160 x 120 pixels",
+            [](const Options& given) { return ask_thumbnail(given.image); }, print_thumbnail);
+        thumb->add_option("FILE", image.file, "Picture")->required();
+        thumb->add_option("THUMBNAIL", image.thumbnail, "File to write")->required();
+        add(
+            "attachment", "Type, size and time stamp of a file as a message tells them",
+            [](const Options& given) { return ask_attachment(given.image.file); }, print_attachment)
+            ->add_option("FILE", image.file, "File")
+            ->required();
     }
 
     CLI::App app_{"The Bluetooth neighbourhood, as VlCommon.dll tells it", "vlcm"};

@@ -1,6 +1,7 @@
 #include "delivery_queue.h"
 
 #include "delivery.h"
+#include "image_facts.h"
 #include "inbox.h"
 #include "text.h"
 
@@ -59,8 +60,23 @@ void DeliveryQueue::carry_out(const DeliveryJob& job) const {
         return;
     }
     const Delivery result = deliver(job.source, inbox);
-    log_.line(result.arrived.empty() ? "failed " + source + ": " + result.failure
-                                     : "delivered " + source + " as " + utf8(result.arrived));
+    if (result.arrived.empty()) {
+        log_.line("failed " + source + ": " + result.failure);
+        return;
+    }
+    if (job.with_thumbnail) add_thumbnail(result.arrived);
+    log_.line("delivered " + source + " as " + utf8(result.arrived));
+}
+
+void DeliveryQueue::add_thumbnail(const std::wstring& arrived) const {
+    const auto image = image_facts(arrived);
+    if (!image) {
+        log_.line("no picture: " + utf8(arrived));
+        return;
+    }
+    log_.line("picture " + utf8(arrived) + ": " + described(*image));
+    const std::wstring thumbnail = arrived + L".thumb.jpg";
+    if (!make_thumbnail(arrived, thumbnail)) log_.line("no thumbnail: " + utf8(thumbnail));
 }
 
 DWORD WINAPI DeliveryQueue::run(void* self) {

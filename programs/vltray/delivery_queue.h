@@ -15,6 +15,7 @@ namespace programs {
 struct DeliveryJob {
     std::wstring source;
     unsigned device;
+    bool with_thumbnail = false;
 };
 
 class DeliveryQueue {
@@ -31,6 +32,8 @@ private:
     // Waits for a job; false when there is none left and the queue ends.
     bool next(DeliveryJob* job);
     void carry_out(const DeliveryJob& job) const;
+    // What a receiver shows of a picture before it takes the whole; made beside the delivered one.
+    void add_thumbnail(const std::wstring& arrived) const;
 
     const EventLog& log_;
     SRWLOCK lock_ = SRWLOCK_INIT;

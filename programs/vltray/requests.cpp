@@ -116,7 +116,7 @@ void Requests::take_files(const FileRequest& request, uint32_t device) {
         if (source.empty()) {
             log_.line("failed " + shown_path(*record) + ": not a full path");
         } else {
-            deliveries_.add({std::move(source), device});
+            deliveries_.add({std::move(source), device, request.message == kSendImages});
         }
     }
 }

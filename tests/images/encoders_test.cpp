@@ -152,6 +152,23 @@ TEST_F(EncoderClass, IsNotToldWhenACallFails) {
     });
 }
 
+TEST_F(EncoderClass, IsNotTakenFromACallThatFailedAfterAll) {
+    offer({L"image/a"});
+    CLSID encoder = kUntouched;
+    {
+        support::CallPatch size("GdipGetImageEncodersSize", Gdiplus::DllExports::GdipGetImageEncodersSize);
+        size.answer([&](UINT* count, UINT* bytes) { return size.real(count, bytes), Gdiplus::Win32Error; });
+        EXPECT_EQ(VlCm_GetEncoderClsid(L"image/a", &encoder), -1);
+        EXPECT_EQ(gdiplus().encoders.count(), 0u);
+    }
+    support::CallPatch list("GdipGetImageEncoders", Gdiplus::DllExports::GdipGetImageEncoders);
+    list.answer([&](UINT count, UINT bytes, Gdiplus::ImageCodecInfo* encoders) {
+        return list.real(count, bytes, encoders), Gdiplus::Win32Error;
+    });
+    EXPECT_EQ(VlCm_GetEncoderClsid(L"image/a", &encoder), -1);
+    EXPECT_EQ(encoder, kUntouched);
+}
+
 TEST_F(EncoderClass, NeedsTypeAndOutput) {
     CLSID encoder = kUntouched;
     EXPECT_EQ(VlCm_GetEncoderClsid(nullptr, &encoder), -1);

@@ -190,6 +190,49 @@ TEST_F(Sending, ImagesReachTheAgentWhileTheirSectionLives) {
     VlSim_ClearFaults();
 }
 
+namespace {
+
+// From the file's start-of-frame segment.
+std::string jpeg_dimensions(const std::string& bytes) {
+    const size_t frame = bytes.find("\xFF\xC0");
+    if (frame == std::string::npos || frame + 9 > bytes.size()) return "no JPEG";
+    const auto number = [&](size_t at) {
+        return static_cast<unsigned char>(bytes[frame + at]) * 256 +
+               static_cast<unsigned char>(bytes[frame + at + 1]);
+    };
+    return std::to_string(number(7)) + " x " + std::to_string(number(5));
+}
+
+}  // namespace
+
+TEST_F(Sending, PicturesArriveTogetherWithAThumbnail) {
+    VlSim_Hook("Btsdk_PostMessageToCtrlCenter", reinterpret_cast<void*>(hold_section_and_relay));
+    const std::string picture = content_of(L"" PICTURES "plain.png");
+    const SendList list(kImagingResponder, {utf8(make_file(L"sea.png", picture))});
+    EXPECT_EQ(VlCm_SendImagestoBtDevice(list.from(0), phone()), 0u);
+    EXPECT_TRUE(inbox_holds({L"sea.png", L"sea.png.thumb.jpg"}));
+    const std::string arrived_as = utf8(inbox() + L"\\sea.png");
+    EXPECT_TRUE(logs(L"VlTray", "picture " + arrived_as + ": PNG, 320 x 200 pixels, " +
+                                    std::to_string(picture.size()) + " bytes"));
+    EXPECT_TRUE(logs(L"VlTray", std::string("delivered ") + list.from(0)->path + " as " + arrived_as));
+    EXPECT_TRUE(arrived(L"sea.png") == picture);
+    EXPECT_EQ(jpeg_dimensions(arrived(L"sea.png.thumb.jpg")), "160 x 120");
+    held_section().reset();
+    VlSim_ClearFaults();
+}
+
+TEST_F(Sending, WhatIsNoPictureArrivesAlone) {
+    VlSim_Hook("Btsdk_PostMessageToCtrlCenter", reinterpret_cast<void*>(hold_section_and_relay));
+    const SendList list(kImagingResponder, {utf8(make_file(L"sea.jpg", "no picture"))});
+    EXPECT_EQ(VlCm_SendImagestoBtDevice(list.from(0), phone()), 0u);
+    EXPECT_TRUE(logs(L"VlTray", "no picture: " + utf8(inbox() + L"\\sea.jpg")));
+    EXPECT_TRUE(logs(L"VlTray",
+                     std::string("delivered ") + list.from(0)->path + " as " + utf8(inbox() + L"\\sea.jpg")));
+    EXPECT_EQ(names_in(inbox()), Names{L"sea.jpg"});
+    held_section().reset();
+    VlSim_ClearFaults();
+}
+
 TEST_F(Sending, ARequestWithoutAListIsReported) {
     VlCm_PostMsg2Vltray(0x0205, 0x4302, static_cast<LPARAM>(phone()));
     EXPECT_TRUE(logs(L"VlTray", "object push: nothing to take"));
