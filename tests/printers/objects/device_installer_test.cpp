@@ -46,10 +46,10 @@ protected:
             return missing_entry_ ? nullptr : reinterpret_cast<FARPROC>(install_new_device);
         });
     }
-    static bool is_loaded() { return GetModuleHandleA("version.dll") != nullptr; }
 
     bool missing_ = false, missing_entry_ = false;
     std::string path_, name_;
+    support::CallPatch<decltype(FreeLibrary)> freed_{"FreeLibrary", FreeLibrary};
 
 private:
     support::CallPatch<decltype(LoadLibraryExA)> loading_{"LoadLibraryExA", LoadLibraryExA};
@@ -59,7 +59,6 @@ private:
 }  // namespace
 
 TEST_F(DeviceInstaller, IsTheEntryOfNewDev) {
-    const bool before = is_loaded();
     {
         Installer installer;
         EXPECT_TRUE(run_device_installer(installer));
@@ -70,9 +69,9 @@ TEST_F(DeviceInstaller, IsTheEntryOfNewDev) {
         EXPECT_TRUE(g_entry.has_reboot_flag);
         EXPECT_EQ(path_.substr(path_.rfind('\\') + 1), "NewDev.dll");
         EXPECT_EQ(name_, "InstallNewDevice");
-        EXPECT_TRUE(is_loaded()) << "until the new printer is recorded";
+        EXPECT_EQ(freed_.count(), 0u) << "it stays until the new printer is recorded";
     }
-    EXPECT_EQ(is_loaded(), before);
+    EXPECT_EQ(freed_.count(), 1u);
     EXPECT_TRUE(support::trace_log().empty());
 }
 
