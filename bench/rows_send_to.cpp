@@ -53,9 +53,10 @@ private:
     static std::string scenario() {
         std::string devices;
         for (uint32_t i = 1; i <= kLinks; ++i) {
-            const std::string number = std::to_string(i);
-            devices += (i > 1 ? ", " : "") + (R"({"name": "Device )" + number) +
-                       R"(", "address": "00:00:00:00:00:0)" + number + R"(", "class": "0x5A020C"})";
+            char device[100];
+            snprintf(device, sizeof device, R"(%s{"name": "Device %u", "address": "00:00:00:00:00:0%u"})",
+                     i > 1 ? ", " : "", i, i);
+            devices += device;
         }
         return R"({"ready": true, "devices": [)" + devices + "]}";
     }

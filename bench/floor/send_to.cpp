@@ -52,11 +52,10 @@ void visit_links(const char* folder, Visit visit) {
 }
 
 void write_generic_link(const char* folder, const char* name, const char* system) {
-    char text[2 * MAX_PATH];
+    char windows[MAX_PATH], install[MAX_PATH], text[2 * MAX_PATH];
     wchar_t path[MAX_PATH];
-    SHGetFolderPathA(nullptr, CSIDL_WINDOWS, nullptr, SHGFP_TYPE_DEFAULT, text);
-    strcat(text, "\\SysWOW64\\vlcs.ini");
-    char install[MAX_PATH];
+    SHGetFolderPathA(nullptr, CSIDL_WINDOWS, nullptr, SHGFP_TYPE_DEFAULT, windows);
+    snprintf(text, sizeof text, "%s\\SysWOW64\\vlcs.ini", windows);
     Btsdk_GetPrivateProfileString("General", "InstallDir", "", install, sizeof install, text);
     const Link link = make_link();
     snprintf(text, sizeof text, "%s\\VlSend2bt.exe", install);

@@ -11,9 +11,9 @@ namespace sendto_test {
 namespace {
 
 // The shell's link object with its file side, for one use.
-class ShellLink {
+class OneLink {
 public:
-    ShellLink() {
+    OneLink() {
         joined_ = CoInitialize(nullptr);
         void* made = nullptr;
         CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkA, &made);
@@ -21,13 +21,13 @@ public:
         link_->QueryInterface(IID_IPersistFile, &made);
         file_ = static_cast<IPersistFile*>(made);
     }
-    ~ShellLink() {
+    ~OneLink() {
         file_->Release();
         link_->Release();
         if (SUCCEEDED(joined_)) CoUninitialize();
     }
-    ShellLink(const ShellLink&) = delete;
-    ShellLink& operator=(const ShellLink&) = delete;
+    OneLink(const OneLink&) = delete;
+    OneLink& operator=(const OneLink&) = delete;
 
     IShellLinkA* operator->() const { return link_; }
     [[nodiscard]] IPersistFile* file() const { return file_; }
@@ -120,7 +120,7 @@ std::ostream& operator<<(std::ostream& out, const Link& link) {
 }
 
 std::optional<Link> read_link(const std::wstring& path) {
-    const ShellLink object;
+    const OneLink object;
     if (object.file()->Load(path.c_str(), STGM_READ) != S_OK) return std::nullopt;
     char target[MAX_PATH] = "", arguments[MAX_PATH] = "", description[MAX_PATH] = "", icon[MAX_PATH] = "";
     Link link;
@@ -136,7 +136,7 @@ std::optional<Link> read_link(const std::wstring& path) {
 }
 
 void write_link(const std::wstring& path, const Link& link) {
-    const ShellLink object;
+    const OneLink object;
     object->SetPath(link.target.c_str());
     object->SetArguments(link.arguments.c_str());
     object->SetDescription(link.description.c_str());
@@ -207,7 +207,7 @@ SendToTest::~SendToTest() {
 }
 
 // The first link object of a process makes the system keep a key open: it is no leak.
-void SendToTest::SetUpTestSuite() { const ShellLink warm_up; }
+void SendToTest::SetUpTestSuite() { const OneLink warm_up; }
 
 std::string SendToTest::system_folder() {
     char path[MAX_PATH] = "";
