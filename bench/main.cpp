@@ -73,7 +73,7 @@ int run(const Options& options) {
     std::vector<Row> calls;
     for (const auto& topic :
          {look_up_rows, text_rows, settings_rows, presentation_rows, port_rows, handoff_rows, contact_rows,
-          item_rows, printer_rows, send_to_rows, remote_file_rows}) {
+          item_rows, printer_rows, send_to_rows, remote_file_rows, image_rows}) {
         for (Row& row : topic(suite)) calls.push_back(std::move(row));
     }
     measure_all(calls, options, results);

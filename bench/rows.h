@@ -20,5 +20,6 @@ std::vector<Row> contact_rows(const Suite& suite);
 std::vector<Row> item_rows(const Suite& suite);
 std::vector<Row> printer_rows(const Suite& suite);
 std::vector<Row> send_to_rows(const Suite& suite);
+std::vector<Row> image_rows(const Suite& suite);
 
 }  // namespace bench

@@ -5,6 +5,7 @@
 
 #include "vlcm/contacts.h"
 #include "vlcm/handoff.h"
+#include "vlcm/images.h"
 #include "vlcm/shell_items.h"
 
 #include <stdint.h>
@@ -85,4 +86,9 @@ FLOOR_API uint32_t Floor_ReadPrinter(const char* key, char* stored);
 // A pass over the Send-To folder that changes nothing: texts, folder paths, every link read, the one without
 // a device written. The number of devices' links.
 FLOOR_API uint32_t Floor_SyncSendTo(void);
+
+// One GDI+ session with its bare calls; no answer is looked at. The file opened, measured and closed.
+FLOOR_API void Floor_ImageProperties(const char* path, VlImageProperty* property);
+// The same with a thumbnail, saved by the system's own JPEG encoder.
+FLOOR_API void Floor_Thumbnail(const char* source, const char* thumbnail);
 }
