@@ -36,28 +36,26 @@ public:
 
     // floor() and library() make the same list.
     template <typename Floor, typename Library>
-    [[nodiscard]] Row row(const char* name, uint64_t platform_calls, uint64_t bytes_copied, Floor floor,
-                          Library library) const {
+    [[nodiscard]] Row row(const char* name, uint64_t platform_calls, Floor floor, Library library) const {
         const auto release = free_;
         const auto release_by_floor = free_by_floor_;
-        return {
-            .name = name,
-            .floor_text = "the stack's records, two items filled in, joined to the root twice",
-            .target = kTarget,
-            .floor = calling(suite_.floor.handle(), timed([=] { release_by_floor(floor()); })),
-            .library = calling(suite_.library.handle(), timed([=] { release(library()); })),
-            .allowance = {.platform_calls = platform_calls, .allocations = 2, .bytes_copied = bytes_copied},
-            .prepare = [load = load_] { load(kScenario); },
-            .agree =
-                [=] {
-                    LPITEMIDLIST expected = floor();
-                    LPITEMIDLIST made = library();
-                    const bool same =
-                        expected != nullptr && made != nullptr && memcmp(expected, made, kListSize) == 0;
-                    release_by_floor(expected);
-                    release(made);
-                    return same;
-                }};
+        return {.name = name,
+                .floor_text = "the stack's records, two items filled in, joined to the root twice",
+                .target = kTarget,
+                .floor = calling(suite_.floor.handle(), timed([=] { release_by_floor(floor()); })),
+                .library = calling(suite_.library.handle(), timed([=] { release(library()); })),
+                .allowance = {.platform_calls = platform_calls, .allocations = 2},
+                .prepare = [load = load_] { load(kScenario); },
+                .agree =
+                    [=] {
+                        LPITEMIDLIST expected = floor();
+                        LPITEMIDLIST made = library();
+                        const bool same =
+                            expected != nullptr && made != nullptr && memcmp(expected, made, kListSize) == 0;
+                        release_by_floor(expected);
+                        release(made);
+                        return same;
+                    }};
     }
 
 private:
@@ -79,12 +77,11 @@ std::vector<Row> item_rows(const Suite& suite) {
     // error, and the result.
     constexpr uint64_t kCalls = 3 + 2 + 2 + 3 * 3 + 1;
     constexpr uint64_t kScope = 2;
-    constexpr uint64_t kName = sizeof "OBEX File Transfer" - 1;
     return {
-        lists.row("item list of file transfer", kCalls, kName,
+        lists.row("item list of file transfer", kCalls,
                   files(BENCH_FUNCTION(suite.floor, Floor_FilesItemList)),
                   files(BENCH_FUNCTION(suite.library, VlCm_GetAbsoluteFTPSvcPidlOf))),
-        lists.row("item list of a phone folder", kCalls + kScope, 0,
+        lists.row("item list of a phone folder", kCalls + kScope,
                   folder(BENCH_FUNCTION(suite.floor, Floor_PhoneFolderItemList)),
                   folder(BENCH_FUNCTION(suite.library, VlCm_GetAbsoluteMobileFolderPidlOf))),
     };

@@ -38,8 +38,9 @@ void copy_device(NewItem& item, const ShortcutProperty& record) {
     memcpy(item->address, record.address, sizeof record.address);
 }
 
+// At most 79 bytes: the item is zeroed, so that the text ends there.
 void copy_name(NewItem& item, const ShortcutProperty& record) {
-    copy_bounded(item->serviceName, sizeof record.serviceName, record.serviceName);
+    _memccpy(item->serviceName, record.serviceName, 0, sizeof record.serviceName - 1);
 }
 
 }  // namespace
