@@ -43,7 +43,8 @@ protected:
         });
         look_up_.answer([this](HMODULE, const char* name) {
             name_ = name;
-            return missing_entry_ ? nullptr : reinterpret_cast<FARPROC>(install_new_device);
+            return missing_entry_ ? nullptr
+                                  : reinterpret_cast<FARPROC>(reinterpret_cast<void*>(install_new_device));
         });
     }
 
