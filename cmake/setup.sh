@@ -10,8 +10,7 @@ jobs=$(nproc)
 
 packages=(wine wine64 g++-mingw-w64-x86-64-win32 clang-14 clang-format-14 clang-tidy-14 cmake ninja-build
           googletest catch2 nlohmann-json3-dev libcli11-dev python3-pefile doxygen librsvg2-bin icoutils
-          python3-vobject)
-          googletest catch2 nlohmann-json3-dev libcli11-dev python3-pefile doxygen librsvg2-bin icoutils imagemagick locales)
+          python3-vobject imagemagick locales)
 
 say() { printf '== %s\n' "$*"; }
 stop() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 1; }
