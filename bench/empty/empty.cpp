@@ -1,4 +1,5 @@
-// The floor of loading: a library that does nothing but import what the measured one imports.
+// The floor of loading: a library that does nothing but import what the measured one imports. These are
+// the modules; the build adds each of the measured one's functions.
 #include "VlMobileSDK.h"
 #include "VlSDK.h"
 #include "VlTrace.h"

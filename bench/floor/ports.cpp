@@ -103,6 +103,7 @@ bool claimed_by_virtual_device(int port) {
 }  // namespace
 
 extern "C" BOOL Floor_ShortcutsOfPort(uint32_t* found, int port, uint32_t* count) {
+    CVlTraceFunc scope(512, const_cast<char*>("Floor_ShortcutsOfPort"));  // promised, too
     const uint32_t total = Btsdk_GetAllShortCuts(nullptr, 0);
     auto shortcuts = static_cast<BtHandle*>(malloc(total * sizeof(BtHandle)));
     Btsdk_GetAllShortCuts(shortcuts, total);

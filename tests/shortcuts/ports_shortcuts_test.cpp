@@ -120,7 +120,7 @@ TEST_F(ShortcutsOfPort, WithoutMemoryForItsParameterAreOneFewer) {
     blocks().fail_nth(2);  // the first one is the list
     expect(ask(7), TRUE, 2, {2, 4});
     // The next parameter that needs more room than those before, and the one after it, which needs less.
-    VlSim_Set("/shortcuts/1/parameter", R"("0000000000 07 000000 00 00000000")");
+    VlSim_Set("/shortcuts/1/parameter", R"("0000000000 07 000000 00 00000000000000000000")");
     blocks().fail_nth(3);
     expect(ask(7), TRUE, 2, {1, 4});
 }

@@ -2,13 +2,13 @@
 #include "file_length.h"
 #include "frame/trace.h"
 #include "image_file.h"
-#include "text/wide_path.h"
+#include "text/cut_path.h"
 #include "vlcm/images.h"
 
 namespace vl::images {
 namespace {
 
-using text::WidePath;
+using text::CutPath;
 
 void tell_encoding_of_image(Gdiplus::GpImage* image, unsigned char* code) {
     const GdiPlusSession session;
@@ -18,7 +18,7 @@ void tell_encoding_of_image(Gdiplus::GpImage* image, unsigned char* code) {
 void tell_encoding_of_file(const char* path, unsigned char* code) {
     const GdiPlusSession session;
     if (!session) return;
-    const UniqueImage image = load_image(WidePath::from_local(path).text());
+    const UniqueImage image = load_image(CutPath::from_local(path).text());
     if (image) tell_encoding(image.get(), code);
 }
 
@@ -30,7 +30,7 @@ void tell_dimensions(Gdiplus::GpImage* image, uint32_t* dimensions) {
     *dimensions = width << 16 | height;
 }
 
-void tell_image(const WidePath& path, VlImageProperty* property) {
+void tell_image(const CutPath& path, VlImageProperty* property) {
     const UniqueImage image = load_image(path.text());
     if (!image) return;
     tell_dimensions(image.get(), &property->dimensions);
@@ -39,11 +39,11 @@ void tell_image(const WidePath& path, VlImageProperty* property) {
 
 // The path is UTF-8 here alone: every other image path is in the ANSI code page.
 void tell_properties(const char* path, VlImageProperty* property) {
-    WidePath wide;
+    CutPath wide;
     {
         const GdiPlusSession session;
         if (!session) return;
-        wide = WidePath::from_utf8(path);
+        wide = CutPath::from_utf8(path);
         tell_image(wide, property);
     }
     tell_length(_wfopen(wide.text(), L"r"), &property->fileSize);

@@ -2,13 +2,13 @@
 #include "encoders.h"
 #include "frame/trace.h"
 #include "image_file.h"
-#include "text/wide_path.h"
+#include "text/cut_path.h"
 #include "vlcm/images.h"
 
 namespace vl::images {
 namespace {
 
-using text::WidePath;
+using text::CutPath;
 
 UniqueImage thumbnail_of(Gdiplus::GpImage* image) {
     Gdiplus::GpImage* made = nullptr;
@@ -21,14 +21,14 @@ UniqueImage thumbnail_of(Gdiplus::GpImage* image) {
 void save_as_jpeg(Gdiplus::GpImage* image, const char* path) {
     CLSID encoder;
     if (find_encoder(L"image/jpeg", &encoder) < 0) return;
-    Gdiplus::DllExports::GdipSaveImageToFile(image, WidePath::from_local(path).text(), &encoder, nullptr);
+    Gdiplus::DllExports::GdipSaveImageToFile(image, CutPath::from_local(path).text(), &encoder, nullptr);
 }
 
 // The source stays loaded, and its file open, until the thumbnail is saved.
 void make_thumbnail(const char* source_path, const char* path) {
     const GdiPlusSession session;
     if (!session) return;
-    const UniqueImage source = load_image(WidePath::from_local(source_path).text());
+    const UniqueImage source = load_image(CutPath::from_local(source_path).text());
     if (!source) return;
     const UniqueImage thumbnail = thumbnail_of(source.get());
     if (thumbnail) save_as_jpeg(thumbnail.get(), path);

@@ -16,14 +16,15 @@ const SerialClass* serial_class(uint16_t service_class) {
     return nullptr;
 }
 
-uint8_t* ParameterRoom::zeroed(size_t size) {
-    if (size > size_) {
+uint8_t* ParameterRoom::take(size_t size) {
+    const size_t wanted = size > kPortsRoom ? size : kPortsRoom;
+    if (wanted > size_) {
         size_ = 0;
-        bytes_.reset(new (std::nothrow) uint8_t[size]);
+        bytes_.reset(new (std::nothrow) uint8_t[wanted]);
         if (!bytes_) return nullptr;
-        size_ = size;
+        size_ = wanted;
     }
-    memset(bytes_.get(), 0, size);
+    memset(bytes_.get(), 0, kPortsRoom);
     return bytes_.get();
 }
 
@@ -37,7 +38,7 @@ bool SerialParameter::read_length() {
 
 // The parameter may have changed since its length was asked: the shorter length holds.
 bool SerialParameter::read_bytes() {
-    uint8_t* bytes = room_.zeroed(length_);
+    uint8_t* bytes = room_.take(length_);
     if (bytes == nullptr) return false;
     ShortcutProperty record = record_of(shortcut_, kShortcutMaskParameter);
     record.parameterLength = length_;

@@ -34,10 +34,12 @@ const SerialClass* serial_class(uint16_t service_class);
 // allocation and not one per shortcut.
 class ParameterRoom {
 public:
-    // Zeroed bytes until the next call; null without memory.
-    uint8_t* zeroed(size_t size);
+    // Bytes until the next call, zeroed where ports stand; null without memory.
+    uint8_t* take(size_t size);
 
 private:
+    static constexpr size_t kPortsRoom = 16;  // no port stands behind it
+
     std::unique_ptr<uint8_t[]> bytes_;
     size_t size_ = 0;
 };

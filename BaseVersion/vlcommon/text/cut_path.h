@@ -6,15 +6,15 @@
 namespace vl::text {
 
 // At most 260 characters, terminator included: longer text is cut, text that cannot be converted is empty.
-class WidePath {
+class CutPath {
 public:
-    WidePath() = default;
-    [[nodiscard]] static WidePath from_utf8(const char* path);
-    [[nodiscard]] static WidePath from_local(const char* path);
+    CutPath() = default;
+    [[nodiscard]] static CutPath from_utf8(const char* path);
+    [[nodiscard]] static CutPath from_local(const char* path);
     [[nodiscard]] const wchar_t* text() const { return text_; }
 
 private:
-    WidePath(const char* path, unsigned code_page);
+    CutPath(const char* path, unsigned code_page);
 
     wchar_t text_[kPathSize] = {};
 };
