@@ -59,7 +59,8 @@ Row properties_row(const Suite& suite) {
                 VlImageProperty expected = {}, told = {};
                 floor(kPicture, &expected);
                 library(kPicture, &told);
-                return expected.encoding == VLCM_IMAGE_JPEG && memcmp(&expected, &told, sizeof told) == 0;
+                return expected.encoding == VLCM_IMAGE_JPEG && told.encoding == expected.encoding &&
+                       told.dimensions == expected.dimensions && told.fileSize == expected.fileSize;
             }};
 }
 

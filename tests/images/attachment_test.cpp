@@ -76,7 +76,7 @@ const struct Moment {
                 {"leap day", 951782400},
                 {"every field of two digits", 1292325305},
                 {"every field of one digit", 978401045},
-                {"beyond 32 bits", 4294967296 + 86400 * 100}};
+                {"beyond 32 bits", 4294967296 + int64_t{86400} * 100}};
 
 // Status as the runtime would give it, with three different times.
 class PatchedStatus {

@@ -61,7 +61,7 @@ ImageTest::~ImageTest() {
 
 std::wstring ImageTest::copy_of(const std::string& name, const std::wstring& file) const {
     const std::string from = picture(name);
-    const std::wstring to = folder() + file;
+    std::wstring to = folder() + file;
     EXPECT_TRUE(CopyFileW(std::wstring(from.begin(), from.end()).c_str(), to.c_str(), FALSE)) << from;
     return to;
 }

@@ -53,8 +53,10 @@ std::vector<char> drop_record(const std::vector<std::wstring>& files, POINT poin
 
 VeltrinWindow::VeltrinWindow() {
     EXPECT_EQ(VlSim_Patch(neighbourhood(phone()).c_str()), 0u);
-    const std::wstring folder = inbox_folder(kPrinterHandle);
-    for (const std::wstring& name : names_in(folder)) DeleteFileW((folder + L"\\" + name).c_str());
+    const std::wstring folder = inbox_folder(kPrinterHandle) + L"\\";
+    for (const std::wstring& name : names_in(inbox_folder(kPrinterHandle))) {
+        DeleteFileW((folder + name).c_str());
+    }
 }
 
 void VeltrinWindow::open(const std::string& program, const support::ChildOptions& options) {
