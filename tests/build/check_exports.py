@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""check_exports.py DLL DEF HEADER_FOLDER: the export table, the .def and the headers name the same."""
+"""check_exports.py DLL DEF HEADER_FOLDER LIST: the export table, the .def and the headers name the functions
+of the list, which other programs are built against, and nothing else."""
 import pathlib
 import re
 import sys
@@ -43,8 +44,9 @@ def findings(tables):
 
 
 def main():
-    dll, definition, headers = sys.argv[1:]
-    tables = {"the DLL": exported(dll), "the .def": listed(definition), "the headers": declared(headers)}
+    dll, definition, headers, expected = sys.argv[1:]
+    tables = {"the DLL": exported(dll), "the .def": listed(definition), "the headers": declared(headers),
+              "the list": pathlib.Path(expected).read_text(encoding="utf-8").split()}
     found = list(findings(tables))
     print("\n".join(found) or f"{len(tables['the DLL'])} exports, the same everywhere")
     return 1 if found else 0

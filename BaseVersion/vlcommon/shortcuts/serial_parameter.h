@@ -1,9 +1,12 @@
 // Where serial-type shortcuts keep their COM port.
 #pragma once
 
-#include "VlSDK.h"
+#include "shortcut_record.h"
+
+#include <string.h>
 
 #include <memory>
+#include <new>
 
 namespace vl::shortcuts {
 
@@ -28,7 +31,12 @@ inline constexpr SerialClass kSerialClasses[] = {
 };
 
 // The class's row; null when it is not of the serial type.
-const SerialClass* serial_class(uint16_t service_class);
+inline const SerialClass* serial_class(uint16_t service_class) {
+    for (const SerialClass& row : kSerialClasses) {
+        if (row.service_class == service_class) return &row;
+    }
+    return nullptr;
+}
 
 // Room for one parameter at a time. A walk over many shortcuts keeps it, so that it costs one
 // allocation and not one per shortcut.
@@ -44,7 +52,8 @@ private:
     size_t size_ = 0;
 };
 
-// A shortcut's application parameter, read by a call for its length and a call for its bytes.
+// A shortcut's application parameter, read by a call for its length and a call for its bytes. Inline: in a
+// walk over thousands, calls between files would show beside the stack's operations.
 class SerialParameter {
 public:
     SerialParameter(BtHandle shortcut, ParameterRoom& room) : shortcut_(shortcut), room_(room) {}
@@ -56,7 +65,7 @@ public:
 
     [[nodiscard]] uint16_t service_class() const { return service_class_; }
     // The port at a place of the parameter; kNoPort behind its end.
-    [[nodiscard]] int port_at(size_t place) const;
+    [[nodiscard]] int port_at(size_t place) const { return place < length_ ? bytes_[place] : kNoPort; }
 
 private:
     BtHandle shortcut_;
@@ -65,6 +74,39 @@ private:
     uint16_t length_ = 0;
     const uint8_t* bytes_ = nullptr;
 };
+
+inline uint8_t* ParameterRoom::take(size_t size) {
+    const size_t wanted = size > kPortsRoom ? size : kPortsRoom;
+    if (wanted > size_) {
+        size_ = 0;
+        bytes_.reset(new (std::nothrow) uint8_t[wanted]);
+        if (!bytes_) return nullptr;
+        size_ = wanted;
+    }
+    memset(bytes_.get(), 0, kPortsRoom);
+    return bytes_.get();
+}
+
+inline bool SerialParameter::read_length() {
+    ShortcutProperty record = record_of(shortcut_, kShortcutMaskParameter);
+    if (!read(record)) return false;
+    service_class_ = record.serviceClass;
+    length_ = record.parameterLength;
+    return length_ != 0;
+}
+
+// The parameter may have changed since its length was asked: the shorter length holds.
+inline bool SerialParameter::read_bytes() {
+    uint8_t* bytes = room_.take(length_);
+    if (bytes == nullptr) return false;
+    ShortcutProperty record = record_of(shortcut_, kShortcutMaskParameter);
+    record.parameterLength = length_;
+    record.parameter = bytes;
+    if (!read(record)) return false;
+    bytes_ = bytes;
+    if (record.parameterLength < length_) length_ = record.parameterLength;
+    return true;
+}
 
 // The port of a shortcut of a serial-type class, under the scope of VlCm_GetComPortByShortcut: a walk
 // shows in the trace as so many calls of it.
