@@ -2,6 +2,7 @@
 #include "handoff_test.h"
 #include "page_watch.h"
 #include "support/guarded_buffer.h"
+#include "taken_states.h"
 
 #include "VlSim.h"
 
@@ -115,41 +116,8 @@ TEST_F(ShowFileProperty, WaitsAlsoWhenTheWakeUpFails) {
 }
 
 TEST_F(ShowFileProperty, SleepsWhileTheStateIsOne) {
-    struct Row {
-        const char* label;
-        uint32_t at_start;
-        uint32_t change_look;
-        uint32_t change_to;
-        size_t looks;
-        size_t pauses;
-    };
-    constexpr Row kRows[] = {
-        {"nobody takes it", 1, 0, 0, 20, 20},         {"taken before the first look", 2, 0, 0, 1, 0},
-        {"taken at the third look", 1, 3, 2, 3, 2},   {"other values pass at once", 1, 6, 0, 20, 5},
-        {"other odd values pass", 3, 0, 0, 20, 0},    {"marked values pass", kFreshState, 0, 0, 20, 0},
-        {"another value, then taken", 0, 8, 2, 8, 0}, {"taken at the last look", 1, 20, 2, 20, 19},
-    };
-    CallPatch mapped("MapViewOfFile", MapViewOfFile);
-    unsigned char* view = nullptr;
-    mapped.answer(
-        [&](auto... arguments) { return view = static_cast<unsigned char*>(mapped.real(arguments...)); });
-    for_each_row(kRows, [&](const Row& row) {
-        PageWatch watch;
-        watch.before_access([&](size_t nth) {
-            if (nth == row.change_look) put_word(view, row.change_to);
-        });
-        on_wake_up = [&] {
-            put_word(view, row.at_start);
-            watch.start(view);
-        };
-        CallPatch unmapped("UnmapViewOfFile", UnmapViewOfFile);
-        unmapped.answer([&](const void* address) { return watch.stop(), unmapped.real(address); });
-        const size_t before = sleeps.count();
-        EXPECT_EQ(VlCm_ShowFTPFileProperty(&record, 5), 0U);
-        EXPECT_EQ(watch.accesses().size(), row.looks);
-        EXPECT_EQ(sleeps.count() - before, row.pauses);
-    });
-    for (const DWORD length : sleeps.lengths()) EXPECT_EQ(length, 100U);
+    expect_sleeps_while_the_state_is_one(on_wake_up, sleeps,
+                                         [&] { return VlCm_ShowFTPFileProperty(&record, 5); });
 }
 
 TEST_F(ShowFileProperty, UnmapsBeforeItCloses) {
