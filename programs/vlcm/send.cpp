@@ -6,12 +6,14 @@
 
 #include <stdio.h>
 
+#include <algorithm>
+
 namespace programs {
 namespace {
 
 std::vector<std::wstring> wide_paths(const std::vector<std::string>& files) {
-    std::vector<std::wstring> paths;
-    for (const std::string& file : files) paths.push_back(wide(file));
+    std::vector<std::wstring> paths(files.size());
+    std::transform(files.begin(), files.end(), paths.begin(), wide);
     return paths;
 }
 
