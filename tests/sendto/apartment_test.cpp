@@ -1,5 +1,6 @@
 // COM on the caller's thread: joined and left by each call, whatever the thread was before.
 #include "send_to_test.h"
+#include "support/new_thread.h"
 
 #include <functional>
 
@@ -17,20 +18,6 @@ constexpr struct {
     {"namespace link", [] { VlCm_CreateVistaSend2btShc(); }},
 };
 
-// Runs `body` on a thread of its own, which has no COM apartment yet.
-void on_new_thread(std::function<void()> body) {
-    HANDLE thread = CreateThread(
-        nullptr, 0,
-        [](void* run) -> DWORD {
-            (*static_cast<std::function<void()>*>(run))();
-            return 0;
-        },
-        &body, 0, nullptr);
-    ASSERT_NE(thread, nullptr);
-    WaitForSingleObject(thread, INFINITE);
-    CloseHandle(thread);
-}
-
 class Apartment : public SendToTest {
 protected:
     support::CallPatch<HRESULT(LPVOID)> join_{"CoInitialize", CoInitialize};
@@ -42,7 +29,7 @@ protected:
 TEST_F(Apartment, IsLeftAsOftenAsItWasJoined) {
     support::for_each_row(kCalls, [&](const auto& row) {
         const size_t joined = join_.count(), left = leave_.count();
-        on_new_thread([&] {
+        support::on_new_thread([&] {
             row.call();
             EXPECT_EQ(CoInitialize(nullptr), S_OK);  // nothing was left behind
             row.call();
@@ -58,7 +45,7 @@ TEST_F(Apartment, IsLeftAsOftenAsItWasJoined) {
 
 TEST_F(Apartment, OfTheOtherKindIsUsedAndNotLeft) {
     support::for_each_row(kCalls, [&](const auto& row) {
-        on_new_thread([&] {
+        support::on_new_thread([&] {
             EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
             row.call();
             EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_FALSE);
@@ -74,7 +61,7 @@ TEST_F(Apartment, OfTheOtherKindIsUsedAndNotLeft) {
 TEST_F(Apartment, ThatCannotBeJoinedIsNotLeft) {
     support::for_each_row(kCalls, [&](const auto& row) {
         join_.fail_from(1, E_OUTOFMEMORY);
-        on_new_thread([&] { row.call(); });
+        support::on_new_thread([&] { row.call(); });
     });
     EXPECT_GT(join_.count(), 0u);
     EXPECT_EQ(leave_.count(), 0u);

@@ -3,6 +3,7 @@
 #include "stack_faults.h"
 
 #include "support/call_patch.h"
+#include "support/new_thread.h"
 #include "support/suite_test.h"
 #include "support/trace_log.h"
 
@@ -97,20 +98,6 @@ private:
     std::wstring folder_;
     std::vector<std::wstring> files_;
 };
-
-// Runs `body` on a thread of its own, which has no COM apartment yet.
-void on_new_thread(std::function<void()> body) {
-    HANDLE thread = CreateThread(
-        nullptr, 0,
-        [](void* run) -> DWORD {
-            (*static_cast<std::function<void()>*>(run))();
-            return 0;
-        },
-        &body, 0, nullptr);
-    ASSERT_NE(thread, nullptr);
-    WaitForSingleObject(thread, INFINITE);
-    CloseHandle(thread);
-}
 
 class LinkAddress : public support::SuiteTest {
 protected:
@@ -280,7 +267,7 @@ TEST_F(LinkAddress, APathThatDoesNotFitIsLoadedAsNone) {
 
 TEST_F(LinkAddress, ApartmentIsLeftAfterJoiningAndAfterJoiningAgain) {
     const std::string path = folder_.add(L"phone.lnk", kPhoneArguments);
-    on_new_thread([&] {
+    support::on_new_thread([&] {
         EXPECT_EQ(ask(path.c_str()), (Answer{TRUE, kPhone}));  // S_OK
         EXPECT_EQ(leave_.count(), 1u);
         EXPECT_EQ(CoInitialize(nullptr), S_OK);                // it left nothing behind
@@ -297,7 +284,7 @@ TEST_F(LinkAddress, ApartmentIsLeftAfterJoiningAndAfterJoiningAgain) {
 TEST_F(LinkAddress, OtherApartmentOfTheThreadIsNotLeft) {
     const std::string full = folder_.add(L"phone.lnk", kPhoneArguments);
     const std::string empty = folder_.add(L"empty.lnk", "");
-    on_new_thread([&] {
+    support::on_new_thread([&] {
         EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
         EXPECT_EQ(ask(full.c_str()), (Answer{TRUE, kPhone}));
         EXPECT_EQ(ask(empty.c_str()), (Answer{FALSE, kUntouched}));

@@ -21,8 +21,7 @@ PathBuffer printer_file() {
 
 AddressText address_text(const uint8_t* address) {
     AddressText key;
-    format_bounded(key.text, sizeof key.text, "%02X:%02X:%02X:%02X:%02X:%02X", address[5], address[4],
-                   address[3], address[2], address[1], address[0]);
+    text::print_device_address(address, key.text);
     return key;
 }
 

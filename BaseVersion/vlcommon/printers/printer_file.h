@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame/bounded_text.h"
+#include "text/device_address.h"
 
 #include <stdint.h>
 
@@ -18,7 +19,7 @@ PathBuffer printer_file();
 
 // A device address as the file's keys and values print it, byte 5 first.
 struct AddressText {
-    char text[18];
+    char text[text::kPrintedAddressSize];
 };
 AddressText address_text(const uint8_t* address);
 

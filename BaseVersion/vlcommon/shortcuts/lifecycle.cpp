@@ -4,6 +4,7 @@
 #include "pan_clean_up.h"
 #include "presentation/language_library.h"
 #include "shortcut_record.h"
+#include "text/device_address.h"
 #include "vlcm/shortcuts.h"
 
 namespace vl::shortcuts {
@@ -22,8 +23,9 @@ uint32_t read_service(BtHandle service, ServerAttributes& attributes) {
 
 // "66:55:44:33:22:11 1101 Serial Port": byte 5 first, and at most 70 bytes of the service's name.
 void compose_name(ShortcutProperty& record, const uint8_t (&address)[6]) {
-    format_bounded(record.name, sizeof record.name, "%02X:%02X:%02X:%02X:%02X:%02X %x %.70s", address[5],
-                   address[4], address[3], address[2], address[1], address[0], record.serviceClass,
+    char printed[text::kPrintedAddressSize];
+    text::print_device_address(address, printed);
+    format_bounded(record.name, sizeof record.name, "%s %x %.70s", printed, record.serviceClass,
                    record.serviceName);
 }
 
