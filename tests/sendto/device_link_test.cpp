@@ -149,7 +149,9 @@ TEST_F(DeviceLink, TextForNamelessOnesIsLoadedIntoAWholePathsRoom) {
 TEST_F(DeviceLink, NamelessDeviceWithoutATextForItGetsNone) {
     support::CallPatch<int(HINSTANCE, UINT, LPSTR, int)> text("LoadStringA", LoadStringA);
     text.answer([&](HINSTANCE library, UINT id, LPSTR buffer, int size) {
-        return id == kUnknownId ? 0 : text.real(library, id, buffer, size);
+        if (id != kUnknownId) return text.real(library, id, buffer, size);
+        if (library != nullptr) return 0;
+        return static_cast<int>(strlen(lstrcpynA(buffer, "The program's own", size)));
     });
     add(kNameless);
     EXPECT_EQ(device_links(), Lines{});
